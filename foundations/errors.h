@@ -1,0 +1,46 @@
+// errors.h -- diagnostics and verbosity.
+// Every report of the system goes to standard error through these functions.
+// Error and IError end the process with status 1; nothing is thrown.
+#ifndef FOUNDATIONS_ERRORS_H
+#define FOUNDATIONS_ERRORS_H
+
+#define TAVIK_PRINTF(f, a) __attribute__((format(printf, f, a)))
+
+extern int VERBOSE;            // 0 silences every Verbose message
+extern int PIPE;               // non-zero: progress redraws become "^R"/"^B" lines
+extern const char TOOL_NAME_DFLT[];  // " ": error headers before a name is set
+extern const char WHEEL[];     // the four spinner glyphs
+extern int WHEEL_STEP;         // calls counted since the last glyph
+extern int WHEEL_INDEX;        // next glyph, 0..3
+extern int nb_global_error;    // errors counted by GError
+
+void set_verbose_mode();
+void set_verbose_mode(int level);
+void set_pipe_mode();
+
+// The error headers print `name` from now on; it is not copied.
+void set_errors_tool_name(const char* name);
+
+int Verbose();
+// Progress message when VERBOSE is non-zero (respectively >= level). In pipe
+// mode a leading '\r' becomes " \n^R" and a leading '\b' "\n^B". Returns VERBOSE.
+int Verbose(const char* fmt, ...) TAVIK_PRINTF(1, 2);
+int Verbose(int level, const char* fmt, ...) TAVIK_PRINTF(2, 3);
+
+// Advances the spinner on a terminal: a glyph every `period` calls. Returns VERBOSE.
+int VerboseWheel(int period);
+
+// "<tool> Error :", the message, a newline, then exit(1).
+[[noreturn]] void Error(const char* fmt, ...) TAVIK_PRINTF(1, 2);
+// "<tool> Warning :", the message and a newline; the process goes on.
+int Warning(const char* fmt, ...) TAVIK_PRINTF(1, 2);
+// "Sorry, Internal Error :", the message, a newline, then exit(1).
+[[noreturn]] void IError(const char* fmt, ...) TAVIK_PRINTF(1, 2);
+
+// The message alone, counted; GErrorRecover stops the process once any was
+// counted. Returns what vfprintf returned.
+int GError(const char* fmt, ...) TAVIK_PRINTF(1, 2);
+int GErrors();
+void GErrorRecover();
+
+#endif

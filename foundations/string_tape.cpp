@@ -1,0 +1,87 @@
+// string_tape.cpp -- interned texts packed into pages and found by hashing.
+#include "foundations/string_tape.h"
+
+#include <cstring>
+
+StringTape::~StringTape() {
+  for (int i = 0; i < nb_buckets; i++) delete buckets[i];
+  delete[] buckets;
+  delete page;
+}
+
+void StringTape::init(int nb) {
+  nb_buckets = nb;
+  buckets = new STapeHashItem*[nb]();
+  page = new STapePage(nullptr);
+  room = STapePage::ROOM;
+  cursor = page->data;
+}
+
+// The low nibbles of the characters, concatenated in groups (the first of 7
+// characters, the next ones of 8, so that a group fits 32 bits), summed.
+unsigned StringTape::hash_code(const char* text) const {
+  unsigned sum = 0, group = 0;
+  int in_group = 0, group_size = 7;
+  for (const char* c = text; *c; c++) {
+    group = (group << 4) | (static_cast<unsigned char>(*c) & 15u);
+    if (++in_group == group_size) {
+      sum += group;
+      group = 0;
+      in_group = 0;
+      group_size = 8;
+    }
+  }
+  sum += group;
+  return sum % static_cast<unsigned>(nb_buckets);
+}
+
+STapeHashItem* StringTape::lookup(unsigned h, const char* text, int* walked) const {
+  int k = 0;
+  for (STapeHashItem* item = buckets[h]; item; item = item->next, k++) {
+    if (strcmp(item->text, text) == 0) {
+      *walked = k;
+      return item;
+    }
+  }
+  *walked = k;
+  return nullptr;
+}
+
+char* StringTape::place(const char* text, int n) {
+  room -= n;
+  if (room < 0) {
+    page = new STapePage(page);
+    cursor = page->data;
+    room = STapePage::ROOM - n;
+  }
+  char* where = cursor;
+  memcpy(where, text, n);
+  cursor += n;
+  return where;
+}
+
+STapeHashItem* StringTape::internal_add(const char* text) {
+  unsigned h = hash_code(text);
+  int k;
+  if (STapeHashItem* found = lookup(h, text, &k)) return found;
+  if (k == 0) nb_used_buckets++;
+  if (k > max_chain) max_chain = k + 1;
+  char* copy = place(text, static_cast<int>(strlen(text)) + 1);
+  nb_strings++;
+  buckets[h] = new STapeHashItem(copy, nb_strings, buckets[h]);
+  return buckets[h];
+}
+
+STapeHashItem* StringTape::internal_find(const char* text) {
+  int k;
+  STapeHashItem* found = lookup(hash_code(text), text, &k);
+  if (!found && k > max_chain) max_chain = k + 1;
+  return found;
+}
+
+void StringTape::print_statistics(FILE* f) const {
+  fprintf(f, "hash size  : %5d\n", nb_buckets);
+  fprintf(f, "occupied   : %5d\n", nb_used_buckets);
+  fprintf(f, "coll max   : %5d\n", max_chain);
+  fprintf(f, "nb strings : %5d\n", nb_strings);
+}

@@ -1,0 +1,69 @@
+// string_tape.h -- interned texts packed into pages and found by hashing.
+// Texts are numbered from 1 in order of storage and never move or disappear,
+// so the pointers handed out stay valid for the tape's whole life.
+#ifndef FOUNDATIONS_STRING_TAPE_H
+#define FOUNDATIONS_STRING_TAPE_H
+
+#include <cstdio>
+
+// A page of the tape: a link to the previously filled page and the data.
+struct STapePage {
+  static const int DATA_SIZE = 16384;
+  static const int ROOM = 16380;  // a fresh page offers this much; 4 bytes stay unused
+  STapePage* previous;
+  char data[DATA_SIZE];
+  explicit STapePage(STapePage* prev) : previous(prev) {}
+  ~STapePage() { delete previous; }
+};
+
+// One stored text, chained in its bucket.
+struct STapeHashItem {
+  const char* text;
+  int number;
+  STapeHashItem* next;
+  STapeHashItem(const char* t, int n, STapeHashItem* nx) : text(t), number(n), next(nx) {}
+  ~STapeHashItem() { delete next; }
+};
+
+class StringTape {
+ public:
+  StringTape() = default;
+  StringTape(const StringTape&) = delete;
+  StringTape& operator=(const StringTape&) = delete;
+  ~StringTape();
+
+  // Allocates the bucket array and the first page.
+  void init(int nb_buckets);
+
+  // The item holding `text`, stored first if new.
+  STapeHashItem* internal_add(const char* text);
+  // The item holding `text`, or null; stores nothing.
+  STapeHashItem* internal_find(const char* text);
+
+  unsigned hash_code(const char* text) const;
+  void print_statistics(FILE* f) const;
+
+  int strings() const { return nb_strings; }
+  int used_buckets() const { return nb_used_buckets; }
+  int longest_chain() const { return max_chain; }
+  int room_left() const { return room; }
+
+ private:
+  // Walks bucket h for `text`, counting the items passed into *walked.
+  STapeHashItem* lookup(unsigned h, const char* text, int* walked) const;
+  // Copies `text` (n bytes with its terminator) into the tape.
+  char* place(const char* text, int n);
+
+  STapeHashItem** buckets = nullptr;
+  int nb_buckets = 0;
+  int nb_strings = 0;
+  int nb_used_buckets = 0;
+  // Raised only when a chain longer than it is walked, and then to one more
+  // than the length walked: a loose statistic that print_statistics shows.
+  int max_chain = 0;
+  STapePage* page = nullptr;
+  int room = 0;
+  char* cursor = nullptr;
+};
+
+#endif
