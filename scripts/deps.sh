@@ -1,0 +1,36 @@
+# deps.sh -- sourced by ./tavik and ./run-tests: the Debian packages the
+# project needs, installed when missing (as root), else the line to run.
+
+TAVIK_BUILD_PACKAGES="cmake make g++ tcl8.6-dev tk8.6-dev bison libgtest-dev"
+TAVIK_RUN_PACKAGES="tcl8.6 tk8.6"
+TAVIK_TEST_PACKAGES="xvfb xauth x11-apps imagemagick"
+
+# ensure_packages PACKAGE... : returns non-zero when some remain missing.
+ensure_packages() {
+  missing=""
+  for p in "$@"; do
+    dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "ok installed" || missing="$missing $p"
+  done
+  [ -z "$missing" ] && return 0
+  if [ "$(id -u)" -eq 0 ]; then
+    echo "installing:$missing" >&2
+    export DEBIAN_FRONTEND=noninteractive
+    { apt-get update && apt-get install -y --no-install-recommends $missing; } >&2 || {
+      echo "could not install:$missing" >&2
+      return 1
+    }
+    return 0
+  fi
+  echo "missing packages; run: sudo apt-get install -y$missing" >&2
+  return 1
+}
+
+# build_tree SOURCE BUILD [CMAKE-OPTION...] : configures once, then builds.
+build_tree() {
+  src=$1 bld=$2
+  shift 2
+  if [ ! -f "$bld/CMakeCache.txt" ]; then
+    cmake -S "$src" -B "$bld" "$@" || return 1
+  fi
+  cmake --build "$bld" -j2
+}

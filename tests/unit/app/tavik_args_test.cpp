@@ -1,0 +1,103 @@
+// tavik_args_test.cpp -- the option table: values taken, flags that clear
+// each other, and the fatal diagnostics raised while parsing.
+#include "app/tavik_args.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+// Parses "tavik" followed by `words`.
+struct Parsed {
+  std::vector<const char*> argv;
+  TavikArgs* args;
+  explicit Parsed(std::vector<const char*> words) {
+    argv.push_back("tavik");
+    argv.insert(argv.end(), words.begin(), words.end());
+    args = new TavikArgs(static_cast<int>(argv.size()), argv.data());
+  }
+  ~Parsed() { delete args; }
+};
+
+TEST(TavikArgsTest, NoArgumentsGiveTheDefaults) {
+  testing::internal::CaptureStderr();
+  Parsed p({});
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  const TavikArgs& a = *p.args;
+  EXPECT_EQ(a.verbose + a.dbgtk + a.save_panel + a.auto_step + a.compose, 0);
+  EXPECT_EQ(a.input_file, nullptr);
+  EXPECT_EQ(a.panel_file, nullptr);
+  EXPECT_STREQ(a.version, "1.75");
+}
+
+TEST(TavikArgsTest, OptionsSetTheirFields) {
+  Parsed p({"-v", "-dbgtk", "-savepanel", "prog.ec", "-panel", "dir/panel"});
+  EXPECT_EQ(p.args->verbose, 1);
+  EXPECT_EQ(p.args->dbgtk, 1);
+  EXPECT_EQ(p.args->save_panel, 1);
+  EXPECT_STREQ(p.args->input_file, "prog.ec");
+  EXPECT_STREQ(p.args->panel_file, "dir/panel.iop");
+  EXPECT_STREQ(Parsed({"-p", "panel.iop"}).args->panel_file, "panel.iop");
+  EXPECT_EQ(Parsed({"-sp"}).args->save_panel, 1);
+  // An unknown word is taken as the program, even with a dash.
+  EXPECT_STREQ(Parsed({"-x"}).args->input_file, "-x");
+}
+
+TEST(TavikArgsTest, TheLastOfAutoAndCompWins) {
+  struct Case {
+    std::vector<const char*> words;
+    int auto_step, compose;
+  } cases[] = {
+      {{"-auto"}, 1, 0}, {{"-comp"}, 0, 1}, {{"-auto", "-comp"}, 0, 1}, {{"-comp", "-auto"}, 1, 0}};
+  for (const Case& c : cases) {
+    Parsed p(c.words);
+    EXPECT_EQ(p.args->auto_step, c.auto_step);
+    EXPECT_EQ(p.args->compose, c.compose);
+  }
+}
+
+// Diagnostics raised while parsing carry the default tool name.
+TEST(TavikArgsTest, MalformedOptionsAreFatal) {
+  const std::string expected = "^  Error :\nTavikArgs : <file>\\[.iop\\] expected after '-p' option\n$";
+  for (std::vector<const char*> words : std::vector<std::vector<const char*>>{
+           {"-p"}, {"-p", "-version"}, {"-p", "panel.txt"}, {"-p", "./panel"}, {"-panel", "-v"}})
+    EXPECT_EXIT(Parsed{words}, testing::ExitedWithCode(1), expected) << words[1];
+  EXPECT_EXIT(Parsed({"-p", "a", "-panel", "b"}), testing::ExitedWithCode(1),
+              "^  Error :\nTavikArgs : '-p' option multiply defined\n$");
+  EXPECT_EXIT(Parsed({"-x", "prog.ec"}), testing::ExitedWithCode(1),
+              "^  Error :\nbad command : two input file names \\? \\('-x' and 'prog.ec'\\)\n$");
+}
+
+TEST(TavikArgsTest, VersionStopsParsingWherever) {
+  EXPECT_EXIT(Parsed({"prog.ec", "-version", "-p"}), testing::ExitedWithCode(0), "^$");
+}
+
+TEST(TavikArgsTest, HelpShowsTheVisibleRows) {
+  EXPECT_EXIT(Parsed({"-help"}), testing::ExitedWithCode(0),
+              "^recognized options :\n"
+              "    -h \\(-help\\): display available options\n"
+              "    -v set verbose mode\n"
+              "    -sp \\(-savepanel\\): save the used panel in <node>.iop\n"
+              "    -auto start in auto-step mode\n"
+              "    -comp start in compose mode\n"
+              "    -p \\(-panel\\) <file>\\[.iop\\] : select the panel interface\n"
+              "Debug :\n"
+              "    -dbgtk : generates extra Tcl code to debug the panel\n$");
+}
+
+TEST(TavikArgsTest, FullUsageAddsTheLongSpellings) {
+  Parsed p({});
+  testing::internal::CaptureStderr();
+  p.args->usage(1);
+  std::string all = testing::internal::GetCapturedStderr();
+  EXPECT_NE(all.find("    -help : display available options\n"), std::string::npos);
+  EXPECT_NE(all.find("    -panel <file>[.iop] : select the panel interface\n"), std::string::npos);
+  testing::internal::CaptureStderr();
+  p.args->usage();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "tavik Version 1.75\nusage: tavik [options] <file.ec> | tavik -help\n");
+}
+
+}  // namespace

@@ -1,0 +1,120 @@
+// errors_test.cpp -- diagnostics: headers, exit statuses, pipe mode, spinner.
+#include "foundations/errors.h"
+
+#include <gtest/gtest.h>
+#include <fcntl.h>
+#include <pty.h>
+#include <unistd.h>
+
+#include <string>
+
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+namespace {
+
+struct VerboseState : testing::Test {
+  void TearDown() override {
+    VERBOSE = 0;
+    PIPE = 0;
+  }
+};
+
+TEST(ErrorsTest, ErrorBeforeAToolNameHasTwoSpacesInItsHeader) {
+  EXPECT_EXIT(Error("bad %d", 7), testing::ExitedWithCode(1), "^  Error :\nbad 7\n$");
+}
+
+TEST(ErrorsTest, ErrorAndWarningNameTheTool) {
+  EXPECT_EXIT(
+      {
+        set_errors_tool_name("tavik");
+        Warning("careful");
+        Error("TavikArgs : '-p' option multiply defined");
+      },
+      testing::ExitedWithCode(1),
+      "^tavik Warning :\ncareful\ntavik Error :\nTavikArgs : '-p' option multiply defined\n$");
+}
+
+TEST(ErrorsTest, InternalErrorHasAFixedHeader) {
+  EXPECT_EXIT(IError("file 'net':\nx"), testing::ExitedWithCode(1),
+              "^Sorry, Internal Error :\nfile 'net':\nx\n$");
+}
+
+TEST(ErrorsTest, CountedErrorsStopOnlyWhenRecovering) {
+  EXPECT_EXIT(
+      {
+        GErrorRecover();  // nothing counted yet: returns
+        GError("one\n");
+        GError("two\n");
+        GError("three\n");
+        if (GErrors() != 3) exit(2);
+        GErrorRecover();
+        exit(3);
+      },
+      testing::ExitedWithCode(1), "^one\ntwo\nthree\n\\*\\*\\* 3 Errors stop\n$");
+}
+
+TEST_F(VerboseState, LevelsAreComparedWithVERBOSE) {
+  struct Case {
+    int verbose, level;
+    const char* expected;
+  } cases[] = {{1, 2, ""}, {2, 2, "x"}, {3, 2, "x"}, {-1, -2, "x"}, {1, 0, "x"}};
+  for (const Case& c : cases) {
+    set_verbose_mode(c.verbose);
+    CaptureStderr();
+    EXPECT_EQ(Verbose(c.level, "%s", "x"), c.verbose);
+    EXPECT_EQ(GetCapturedStderr(), c.expected) << c.verbose << " " << c.level;
+  }
+  set_verbose_mode(0);
+  CaptureStderr();
+  Verbose("silent");
+  EXPECT_EQ(GetCapturedStderr(), "");
+}
+
+TEST_F(VerboseState, PipeModeTurnsRedrawsIntoMarkers) {
+  set_verbose_mode();
+  CaptureStderr();
+  Verbose("\rstep %d", 3);
+  Verbose("\bx");
+  EXPECT_EQ(GetCapturedStderr(), "\rstep 3\bx");
+  set_pipe_mode();
+  CaptureStderr();
+  Verbose("\rstep %d", 3);
+  Verbose(1, "\bx");
+  Verbose("plain\r");
+  EXPECT_EQ(GetCapturedStderr(), " \n^Rstep 3\n^Bxplain\r");
+}
+
+TEST_F(VerboseState, WheelStaysSilentAndStillWhenStderrIsNotATerminal) {
+  set_verbose_mode();
+  int step = WHEEL_STEP, index = WHEEL_INDEX;
+  CaptureStderr();  // a file, not a terminal
+  for (int i = 0; i < 250; i++) EXPECT_EQ(VerboseWheel(2), 1);
+  EXPECT_EQ(GetCapturedStderr(), "");
+  EXPECT_EQ(WHEEL_STEP, step);
+  EXPECT_EQ(WHEEL_INDEX, index);
+  set_verbose_mode(0);
+  EXPECT_EQ(VerboseWheel(2), 0);
+}
+
+// On a terminal the first glyph comes at the period-th call (the count
+// starts at 1), then one every period + 1 calls, cycling through "|/-\".
+void turn_wheel_on_a_terminal() {
+  int master = -1;
+  int slave = -1;
+  if (openpty(&master, &slave, nullptr, nullptr, nullptr) != 0) exit(2);
+  fcntl(master, F_SETFL, O_NONBLOCK);
+  dup2(slave, 2);
+  set_verbose_mode();
+  for (int call = 1; call <= 14; call++) VerboseWheel(2);
+  char buffer[64];
+  ssize_t n = read(master, buffer, sizeof buffer);
+  std::string seen(buffer, n > 0 ? n : 0);
+  exit(seen == "|\b/\b-\b\\\b|\b" ? 0 : 3);
+}
+
+TEST(ErrorsTest, WheelTurnsOnATerminal) {
+  EXPECT_EXIT(turn_wheel_on_a_terminal(), testing::ExitedWithCode(0), "");
+}
+
+}  // namespace

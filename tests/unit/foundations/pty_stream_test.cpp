@@ -1,0 +1,95 @@
+// pty_stream_test.cpp -- indentation, line breaking at the width, form
+// feeds, and copying temporary streams.
+#include "foundations/pty_stream.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+// Runs `write` on a stream over a temporary file and returns the text.
+template <typename F>
+std::string written(int width, const char* indent, F write) {
+  FILE* f = tmpfile();
+  {
+    PtyStream out(f, width, indent);
+    write(out);
+    out.flush();
+    rewind(f);
+    std::string text;
+    for (int c; (c = fgetc(f)) != EOF;) text += static_cast<char>(c);
+    return text;  // the destructor closes f
+  }
+}
+
+TEST(PtyStreamTest, NewlinesIndentFormFeedsDoNot) {
+  EXPECT_EQ(written(80, nullptr, [](PtyStream& s) { s.tab(); s.tab(); s.put("a\nb"); }),
+            "a\n      b");
+  EXPECT_EQ(written(80, nullptr, [](PtyStream& s) { s.tab(); s.tab(); s.put("a\fb"); }), "a\nb");
+  EXPECT_EQ(written(80, "\t", [](PtyStream& s) { s.tab(); s.put("\n\nx"); }), "\n\t\n\tx");
+  EXPECT_EQ(written(80, nullptr,
+                    [](PtyStream& s) { s.tab(); s.tab(); s.cr(); s.untab(); s.cr(); s.lf(); }),
+            "\n      \n   \n");
+}
+
+TEST(PtyStreamTest, APieceReachingTheWidthMovesToAnUnindentedLine) {
+  int column = 0;
+  std::string text = written(80, nullptr, [&](PtyStream& s) {
+    s.tab();
+    s.put("%s", std::string(75, '.').c_str());
+    s.put("abcde");
+    column = s.get_column();
+  });
+  EXPECT_EQ(text, std::string(75, '.') + "\nabcde");
+  EXPECT_EQ(column, 5);
+  // One character less stays on the line.
+  EXPECT_EQ(written(10, nullptr, [](PtyStream& s) { s.put("12345"); s.put("6789"); }), "123456789");
+  // A piece longer than the width is never split; numbers are pieces too.
+  EXPECT_EQ(written(4, nullptr, [](PtyStream& s) { s.put("ab"); s.put("abcdefgh"); s.put(12); }),
+            "ab\nabcdefgh\n12");
+  EXPECT_EQ(written(80, nullptr, [](PtyStream& s) { s.put(1.5f); s.put(-3); }), "1.500000-3");
+}
+
+TEST(PtyStreamTest, LongFormattedTextsAreNotTruncated) {
+  std::string big(5000, 'y');
+  EXPECT_EQ(written(100000, nullptr, [&](PtyStream& s) { s.put("<%s>", big.c_str()); }),
+            "<" + big + ">");
+}
+
+TEST(PtyStreamTest, UnbalancedUntabWarnsAndStaysAtZero) {
+  testing::internal::CaptureStderr();
+  std::string text = written(80, nullptr, [](PtyStream& s) { s.untab(); s.tab(); s.cr(); });
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "PtyStream::untab : unbalanced untab\n");
+  EXPECT_EQ(text, "\n   ");
+}
+
+TEST(PtyStreamTest, TemporaryTextIsReindentedNotWrapped) {
+  TmpPtyStream tmp(80, nullptr);
+  // The temporary stream turns its form feed into a plain line end, which
+  // the copy then indents like any other.
+  tmp.put("x\ny\fz ");
+  tmp.put("%s", std::string(30, 'w').c_str());
+  EXPECT_EQ(written(10, nullptr, [&](PtyStream& s) { s.tab(); s.put(&tmp); }),
+            "x\n   y\n   z " + std::string(30, 'w'));
+}
+
+TEST(PtyStreamTest, NamedFilesAndStandardStreams) {
+  std::string path = testing::TempDir() + "pty_stream_test.txt";
+  { PtyStream out(path.c_str(), 80, nullptr); out.put("saved"); }
+  FILE* f = fopen(path.c_str(), "r");
+  char buffer[16] = {};
+  ASSERT_NE(fgets(buffer, sizeof buffer, f), nullptr);
+  fclose(f);
+  EXPECT_STREQ(buffer, "saved");
+
+  testing::internal::CaptureStdout();
+  { PtyStream out("stdout", 80, nullptr); out.put("one"); }
+  printf("two");  // still open after the destructor
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "onetwo");
+  EXPECT_EQ(PtyStream::of_stdout(), PtyStream::of_stdout());
+  EXPECT_EXIT(PtyStream("/nonexistent/dir/x", 80, nullptr), testing::ExitedWithCode(1),
+              "^can't open file '/nonexistent/dir/x'\n$");
+}
+
+}  // namespace
