@@ -63,24 +63,6 @@ TEST(EvalArithTest, ZeroDivisorIsDivbyzeroOnlyWhenOperandsAreDefined) {
             EI_NIL | EI_DIVBYZERO);
 }
 
-TEST(EvalArithTest, UndefinedOperandLeavesThePreviousValue) {
-  EvalGraph g;
-  auto* x = g.add(new INPUT_int_EI(1));
-  auto* y = g.add(new INPUT_int_EI(2));
-  EvalItem* q = g.make<DIV_int_EI>({x, y});
-  x->value.i = 9;
-  y->value.i = 2;
-  EXPECT_EQ(eval(q, 1)->value.i, 4);
-  y->value.i = 0;
-  eval(q, 2);
-  EXPECT_EQ(q->status, EI_DIVBYZERO);
-  EXPECT_EQ(q->value.i, 4);
-  y->value.i = -3;
-  eval(q, 3);
-  EXPECT_EQ(q->status, EI_DEFINED);
-  EXPECT_EQ(q->value.i, -3);
-}
-
 TEST(EvalArithTest, RealOperatorsAndConversions) {
   EvalGraph g;
   EvalItem* nan = g.d(std::nan(""));
