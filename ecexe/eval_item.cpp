@@ -1,0 +1,80 @@
+// eval_item.cpp -- the machinery common to every evaluation item: the
+// demand rule, the history reset walks and the base-class fatal errors.
+// Subclasses only combine operand values; nothing here knows an operator.
+#include "ecexe/eval_item.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "foundations/errors.h"
+
+int EvalItem::counter = 0;
+
+EvalItem::EvalItem(EvalItemType type, int nb_operands)
+    : nb_operands(nb_operands),
+      operands(new EvalItem*[nb_operands > 0 ? nb_operands : 1]()),
+      aux(0),
+      type(type),
+      status(EI_NIL),
+      number(++counter),
+      mark(0) {
+  // Not part of the contract, but an item read before its first instant
+  // then shows a stable zero instead of heap garbage.
+  value.x = 0;
+}
+
+EvalItem::~EvalItem() { delete[] operands; }
+
+void EvalItem::local_reset() {}
+
+void EvalItem::compute(unsigned) { Error("EvalItem::compute is only virtual\n"); }
+
+void EvalItem::compute_next(unsigned) { Error("EvalItem::compute_next only virtual\n"); }
+
+void EvalItem::rewrite() { Error("EvalItem::rewrite only virtual\n"); }
+
+int EvalItem::is_bottom() { return 0; }
+
+int EvalItem::extern_type_name() {
+  Warning("EvalItem:extern_type_name: called on non extern type");
+  return -1;
+}
+
+void EvalItem::reset() {
+  if (mark == 0) return;
+  status = EI_NIL;
+  mark = 0;
+  local_reset();
+  for (int k = 0; k < nb_operands; k++) operands[k]->reset();
+}
+
+void EvalItem::reset_mark(unsigned key) {
+  if (mark == key) return;
+  mark = key;
+  for (int k = 0; k < nb_operands; k++) operands[k]->reset_mark(key);
+}
+
+int EvalItem::demand_operands(unsigned key) {
+  int s = EI_DEFINED;
+  for (int k = 0; k < nb_operands; k++) {
+    demand(operands[k], key);
+    s |= operands[k]->status;
+  }
+  return s;
+}
+
+bool EvalItem::operands_defined(unsigned key) {
+  status = demand_operands(key);
+  return status == EI_DEFINED;
+}
+
+void EvalItem::copy_from(const EvalItem* from) {
+  status = from->status;
+  if (from->status == EI_DEFINED) value = from->value;
+}
+
+void check_clock(const EvalItem* clock) {
+  if (clock->status == EI_DEFINED) return;
+  fputs("clock takes on nil\n", stderr);
+  exit(1);
+}

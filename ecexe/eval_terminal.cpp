@@ -1,0 +1,22 @@
+// eval_terminal.cpp -- compute() of constants, inputs and outputs.
+// Only outputs look at a clock; constants and inputs have no operands.
+#include "ecexe/eval_terminal.h"
+
+void ConstItem::local_reset() { status = EI_DEFINED; }
+
+void ConstItem::compute(unsigned) {}
+
+void InputItem::compute(unsigned) { status = EI_DEFINED; }
+
+void OutputItem::compute(unsigned key) {
+  demand_operands(key);
+  const EvalItem* clock = operand(1);
+  check_clock(clock);
+  if (!clock->is_true()) {
+    absent = 1;
+    return;
+  }
+  absent = 0;
+  value = operand(0)->value;
+  status = operand(0)->status;
+}
