@@ -12,6 +12,7 @@ void IOPanel::init(Tcl_Interp* i, SymbolTable* s) {
   module = -1;
   top = nullptr;
   named.clear();
+  created.clear();
   inputs.clear();
   outputs.clear();
   input_count = output_count = 0;
@@ -45,7 +46,13 @@ void IOPanel::define_top(Panel* p) {
   top = p;
 }
 
+Panel* IOPanel::hold(Panel* p) {
+  created.push_back(p);
+  return p;
+}
+
 void IOPanel::register_leaf(Panel* leaf, const char* who) {
+  hold(leaf);
   if (get_by_name(leaf->name)) Error("IOPanel:%s : name '%s' already used", who, text(leaf->name));
   named.push_back(leaf);
 }
@@ -66,18 +73,22 @@ Panel* IOPanel::createPanelOutput(int name, int type, IntList* modifiers) {
   return output;
 }
 
-Panel* IOPanel::createPanelBox() { return new PanelBox(this); }
+Panel* IOPanel::createPanelBox() { return hold(new PanelBox(this)); }
 
-Panel* IOPanel::createPanelPopup(int label, Panel* son) { return new PanelPopup(this, label, son); }
+Panel* IOPanel::createPanelPopup(int label, Panel* son) {
+  return hold(new PanelPopup(this, label, son));
+}
 
 Panel* IOPanel::createPanelLine(PanelList* list) {
   PanelForm* form = new PanelForm(this, PANEL_LINE);
+  hold(form);
   initPanelForm(form, list);
   return form;
 }
 
 Panel* IOPanel::createPanelCol(PanelList* list) {
   PanelForm* form = new PanelForm(this, PANEL_COL);
+  hold(form);
   initPanelForm(form, list);
   return form;
 }

@@ -69,6 +69,10 @@ class IOPanel {
   std::vector<PanelInput*> inputs;    // in declaration order
   std::vector<PanelOutput*> outputs;
   Tcl_Interp* interp = nullptr;       // the loop refuses to run while null
+  // Every node created here, named or not, attached or not: the panel holds
+  // its whole tree for as long as it lives, even the parts that a failed
+  // read left unattached.
+  std::vector<Panel*> created;
 
   // Settings of the simulation loop, stored when it starts.
   int debug_loop = 0;
@@ -95,6 +99,8 @@ class IOPanel {
   // Registers a new leaf after checking that its name is free; `who` names
   // the operation in the message.
   void register_leaf(Panel* leaf, const char* who);
+  // Enters `p` in `created`; returns it.
+  Panel* hold(Panel* p);
 };
 
 #endif

@@ -28,6 +28,11 @@
 %token LINE "line" COL "col" BOX "box" POPUP "popup" TOP "top"
 %token <key> IDENT STRING
 
+/* What a syntax error discards: list cells only, never the panels, which
+ * the IOPanel holds. */
+%destructor { iop_list_free($$); } <list>
+%destructor { iop_modifiers_free($$); } <modifiers>
+
 %type <panel> panel_exp simple_panel
 %type <list> panel_list
 %type <modifiers> modifiers modifier

@@ -30,6 +30,22 @@ PanelList* iop_list_append(PanelList* list, Panel* p) {
   return list;
 }
 
+void iop_list_free(PanelList* list) {
+  while (list) {
+    PanelList* next = list->next;
+    delete list;
+    list = next;
+  }
+}
+
+void iop_modifiers_free(IntList* list) {
+  while (list) {
+    IntList* next = list->next;
+    delete list;
+    list = next;
+  }
+}
+
 int IOPanel::read_iop(const char* path) {
   FILE* f = path ? fopen(path, "r") : nullptr;
   if (!f) {

@@ -13,5 +13,8 @@ IntList* iop_modifier(int key, int value);
 Panel* iop_reference(int name);
 // `list` with `p` at its end; a new list when `list` is null.
 PanelList* iop_list_append(PanelList* list, Panel* p);
+// Free the cells of a list the parser discards after a syntax error.
+void iop_list_free(PanelList* list);
+void iop_modifiers_free(IntList* list);
 
 #endif

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -19,7 +20,9 @@ std::string test_program(const char* stem) {
 // Loads a program that must load; the object lives to the end of the process
 // like the session's, since a shared object is never closed.
 DROLoad* load_ok(const std::string& path) {
+  static auto* loaded = new std::vector<DROLoad*>;  // reachable, never freed
   DROLoad* program = new DROLoad;
+  loaded->push_back(program);
   const char* error = program->load(path.c_str());
   EXPECT_EQ(error, nullptr) << path << ": " << (error ? error : "");
   return program;

@@ -110,6 +110,11 @@ TEST_F(IopFormatTest, ReaderOutcomes) {
        "syntax error   line 2\n  Warning :\nIOPanel::read_iop: file '%s' syntax error line '2'\n\n"},
       {"a bare panels keyword", "inputs a : int;\npanels\n", 0,
        "syntax error   line 3\n  Warning :\nIOPanel::read_iop: file '%s' syntax error line '3'\n\n"},
+      // the parser discards a half-built list and half-read modifiers
+      {"a comma among sons", "panels\ntop = col { box line { box } , };", 0,
+       "syntax error   line 2\n  Warning :\nIOPanel::read_iop: file '%s' syntax error line '2'\n\n"},
+      {"a comma among modifiers", "inputs a : int min = 1 max = 2 ,;", 0,
+       "syntax error   line 1\n  Warning :\nIOPanel::read_iop: file '%s' syntax error line '1'\n\n"},
       {"sections out of order", "outputs o : int;\n\ninputs a : int;", 0,
        "syntax error   line 3\n  Warning :\nIOPanel::read_iop: file '%s' syntax error line '3'\n\n"},
   };
