@@ -133,6 +133,15 @@ TEST_F(IopFormatTest, ReaderOutcomes) {
   }
 }
 
+TEST_F(IopFormatTest, TooDeepNestingExhaustsTheParserCleanly) {
+  std::string deep = "panels top = ";
+  for (int i = 0; i < 20000; i++) deep += "col { ";
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(read_text(deep), 0);
+  std::string messages = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(messages.substr(0, 26), "memory exhausted   line 1\n") << messages;
+}
+
 TEST_F(IopFormatTest, SyntaxErrorKeepsWhatWasBuilt) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(read_text("inputs a : int; b : bool;\noutputs o : int ; ;"), 0);
