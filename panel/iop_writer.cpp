@@ -1,12 +1,13 @@
 // iop_writer.cpp -- writing a panel as a description that the reader reads
 // back to the same tree. Layout comes from the stream: tab/untab indent, cr
 // starts an indented line. Keywords are spelt by the lexer's table.
+#include "panel/io_panel.h"
+
 #include <unistd.h>
 
 #include <cstring>
 
 #include "foundations/errors.h"
-#include "panel/io_panel.h"
 #include "panel/iop_lexer.h"
 
 namespace {
@@ -153,7 +154,7 @@ int IOPanel::write_iop(FILE* f) {
   fflush(f);
   FILE* copy = fdopen(dup(fileno(f)), "w");
   if (!copy) {
-    Warning("IOPanel::write_iop : can't open '%s'\n", "stream");
+    Warning("IOPanel::write_iop : can't write to the stream given\n");
     return 0;
   }
   PtyStream out(copy, 80, nullptr);
