@@ -1,0 +1,106 @@
+// io_panel.h -- the panel of a session: its tree of nodes, the registry of
+// named panels, and what the Tcl side of the simulation loop needs. A name
+// is given at most once and a panel carries at most one name; nothing is
+// ever removed from the registry.
+#ifndef PANEL_IO_PANEL_H
+#define PANEL_IO_PANEL_H
+
+#include <tcl.h>
+
+#include <cstdio>
+#include <vector>
+
+#include "foundations/int_list.h"
+#include "foundations/symbol_table.h"
+#include "panel/panel.h"
+
+struct StringList;  // extra Tcl commands handed to the loop by the session
+
+class IOPanel {
+ public:
+  // Stores both (neither is owned), empties the tree and the registry and
+  // enters the type names into the table. Must come before anything else.
+  void init(Tcl_Interp* interp, SymbolTable* symbols);
+
+  // The registered panel named `key`, or null.
+  Panel* get_by_name(int key);
+  // Names `p` and registers it. Fatal when `p` already has a name or when
+  // `key` is taken.
+  void give_a_name(int key, Panel* p);
+  // Names `p` "top" (through give_a_name) and makes it the top panel.
+  // Fatal when the name is taken or a top exists already.
+  void define_top(Panel* p);
+
+  // A leaf named `name`, registered and appended to the inputs (outputs).
+  // Fatal when the name is taken. The type is not checked here.
+  Panel* createPanelInput(int name, int type, IntList* modifiers);
+  Panel* createPanelOutput(int name, int type, IntList* modifiers);
+  // Anonymous layout panels. The pop-up's son is not marked linked.
+  Panel* createPanelBox();
+  Panel* createPanelPopup(int label, Panel* son);
+  // Anonymous forms holding the listed panels in list order; the list
+  // cells are freed.
+  Panel* createPanelLine(PanelList* list);
+  Panel* createPanelCol(PanelList* list);
+  void initPanelForm(PanelForm* form, PanelList* list);
+
+  // Reads a panel description into this panel. 1 when the whole file was
+  // read; 0, with a warning, when it cannot be opened, is empty or has a
+  // syntax error (what was built before the error stays). Lexical errors,
+  // undefined references and naming conflicts are fatal.
+  int read_iop(const char* path);
+  // Writes the panel as a description that read_iop reads back to the same
+  // tree. 1 on success; 0, with a warning, when `path` cannot be opened.
+  // The stream given is flushed, not closed.
+  int write_iop(FILE* f);
+  int write_iop(const char* path);
+  int write_iop();
+
+  // The text of a symbol key.
+  const char* text(int key) { return symbols->text(key); }
+
+  int debug_tk = 0;
+  SymbolTable* symbols = nullptr;
+  int module = -1;                    // symbol key of the module name
+  Panel* top = nullptr;
+  std::vector<Panel*> named;          // in naming order, leaves included
+  int input_count = 0;
+  int output_count = 0;
+  std::vector<PanelInput*> inputs;    // in declaration order
+  std::vector<PanelOutput*> outputs;
+  Tcl_Interp* interp = nullptr;       // the loop refuses to run while null
+  // Every node created here, named or not, attached or not: the panel holds
+  // its whole tree for as long as it lives, even the parts that a failed
+  // read left unattached.
+  std::vector<Panel*> created;
+
+  // Settings of the simulation loop, stored when it starts.
+  int debug_loop = 0;
+  void* client_data = nullptr;        // handed back to the callbacks
+  int (*reset_callback)(void*) = nullptr;
+  int (*step_callback)(void*) = nullptr;
+  const char* rc_file = nullptr;
+  StringList* extra_commands = nullptr;
+  PanelInput** input_array = nullptr;   // inputs by exchange index
+  PanelOutput** output_array = nullptr;
+
+  int form_counter = 0;   // numbers the widget paths of forms
+  int frame_counter = 0;  // numbers those of every other node
+
+  // Type keys, entered by init.
+  int bool_key = -1;
+  int int_key = -1;
+  int real_key = -1;
+  int double_key = -1;
+  int float_key = -1;
+  int empty_key = -1;
+
+ private:
+  // Registers a new leaf after checking that its name is free; `who` names
+  // the operation in the message.
+  void register_leaf(Panel* leaf, const char* who);
+  // Enters `p` in `created`; returns it.
+  Panel* hold(Panel* p);
+};
+
+#endif
