@@ -18,5 +18,5 @@ let
   (p, l1) = g(z);
   o = l1 * l2 -> pre o;
   col = if x > 0 then red else blue;
-  assert #(c, k, true);
+  assert #(m, k, true);
 tel.
