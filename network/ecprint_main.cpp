@@ -21,15 +21,16 @@ int main(int argc, char** argv) {
   bool lex = argc == 3 && strcmp(argv[1], "--lex") == 0;
   if (argc != 2 && !lex) return usage();
   const char* path = argv[argc - 1];
+  // Neither EcLexTest nor EcParse tells an unreadable file apart in its
+  // result: check first, with their own message.
+  FILE* f = fopen(path, "r");
+  if (!f) {
+    fprintf(stderr, "%s : Can't open file '%s'\n", lex ? "EcLexTest" : "EcParse", path);
+    return 1;
+  }
+  fclose(f);
   SymbolTable* symbols = new SymbolTable(1000, 5041);
   if (lex) {
-    // EcLexTest reports an unreadable file but has no result: check first.
-    FILE* f = fopen(path, "r");
-    if (!f) {
-      fprintf(stderr, "EcLexTest : Can't open file '%s'\n", path);
-      return 1;
-    }
-    fclose(f);
     EcLexTest(symbols, path);
     return 0;
   }

@@ -123,19 +123,19 @@ TEST(EcParseTest, DeclarationsOfEveryForm) {
   EXPECT_EQ(info(net, "z")->index, 3);
   EXPECT_EQ(info(net, "c")->clock, net->true_key);
   EXPECT_EQ(keys_of(net->outputs), (std::vector<int>{key("o"), key("p"), key("col")}));
-  EXPECT_EQ(keys_of(net->locals), (std::vector<int>{key("l1"), key("l2"), key("m")}));
+  EXPECT_EQ(keys_of(net->locals), (std::vector<int>{key("l1"), key("l2"), key("l3"), key("m")}));
   EXPECT_EQ(info(net, "m")->clock, key("c"));
 
-  // (p, l1) = g(z): projections 1 and 2 of one call, with the names' types.
+  // (p, l3) = g(z): projections 1 and 2 of one call, with the names' types.
   Exp* p = info(net, "p")->def;
-  Exp* l1 = info(net, "l1")->def;
+  Exp* l3 = info(net, "l3")->def;
   ASSERT_EQ(p->nature, PROJ_n);
   EXPECT_EQ(p->param, 1);
-  EXPECT_EQ(l1->param, 2);
-  EXPECT_EQ(p->operands[0], l1->operands[0]);
-  EXPECT_EQ(l1->type, net->int_type);
+  EXPECT_EQ(l3->param, 2);
+  EXPECT_EQ(p->operands[0], l3->operands[0]);
+  EXPECT_EQ(l3->type, net->int_type);
   EXPECT_EQ(p->clock, key("c"));
-  EXPECT_EQ(keys_of(info(net, "p")->value.tuple), (std::vector<int>{key("p"), key("l1")}));
+  EXPECT_EQ(keys_of(info(net, "p")->value.tuple), (std::vector<int>{key("p"), key("l3")}));
 
   IdentInfo* assertion = info(net, "__assert_0");
   ASSERT_NE(assertion, nullptr);

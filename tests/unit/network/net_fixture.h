@@ -29,10 +29,11 @@ inline int key(const char* text) { return symbols()->add("%s", text); }
 
 // A network after NetInit, kept alive for the whole run.
 inline Net* fresh_net() {
-  static std::vector<Net*> all;
-  all.push_back(new Net());
-  all.back()->NetInit(symbols());
-  return all.back();
+  // Never destroyed, so that the networks stay reachable at exit.
+  static std::vector<Net*>* all = new std::vector<Net*>;
+  all->push_back(new Net());
+  all->back()->NetInit(symbols());
+  return all->back();
 }
 
 // Writes `text` to a new temporary file and returns its path.
@@ -70,6 +71,20 @@ std::string printed(F print, int width = 10000) {
   std::string text(buffer, size);
   free(buffer);
   return text;
+}
+
+// Keeps a node built by a test reachable until the process ends, as the
+// network's own nodes are.
+inline Exp* keep(Exp* e) {
+  static std::vector<Exp*>* all = new std::vector<Exp*>;
+  all->push_back(e);
+  return e;
+}
+
+// A node built by a test, kept like the others.
+template <typename... Args>
+Exp* make_exp(Args... args) {
+  return keep(new Exp(args...));
 }
 
 inline std::string exp_text(Net* net, Exp* e) {

@@ -34,8 +34,9 @@ TEST(NetTest, TypesAreFoundByIdentity) {
   int names[] = {key("int"), key("real"), key("int")};
   EcType* t = net->define_type(names, 3);
   EXPECT_TRUE(t->is_tuple);
-  IntList list(names, 3);
-  EXPECT_EQ(net->define_type(&list), t);
+  IntList* list = new IntList(names, 3);
+  EXPECT_EQ(net->define_type(list), t);
+  FreeIntList(list);
   EXPECT_NE(net->define_type(names, 2), t);
   EcType* u = net->add_usr_type(key("U"));
   EXPECT_EQ(u->number, 1);
@@ -46,7 +47,9 @@ TEST(NetTest, TypesAreFoundByIdentity) {
 TEST(NetTest, EnumerationsAndConstants) {
   Net* net = fresh_net();
   int values[] = {key("a"), key("b"), key("c")};
-  EcType* t = net->add_usr_type(key("E"), new IntList(values, 3));
+  IntList* list = new IntList(values, 3);
+  EcType* t = net->add_usr_type(key("E"), list);
+  FreeIntList(list);
   ASSERT_EQ(t->enum_count, 3);
   for (int ordinal = 0; ordinal < 3; ordinal++) {
     IdentInfo* v = t->enum_values[ordinal];
@@ -75,8 +78,8 @@ TEST(NetTest, VariablesAndAssertions) {
   EXPECT_EQ(info(net, "o1")->ref->nature, ECREF_n);
   EXPECT_EQ(info(net, "i")->def, info(net, "i")->ref);
   EXPECT_EQ(info(net, "l")->ref->clock, key("i"));
-  Exp* a0 = new Exp(GT_n, info(net, "i")->ref, net->get_int_const(key("0")));
-  Exp* a1 = new Exp(NOT_n, info(net, "l")->ref);
+  Exp* a0 = make_exp(GT_n, info(net, "i")->ref, net->get_int_const(key("0")));
+  Exp* a1 = make_exp(NOT_n, info(net, "l")->ref);
   net->add_assertion(a0);
   net->add_assertion(a1);
   EXPECT_EQ(keys_of(net->asserts), (std::vector<int>{key("__assert_0"), key("__assert_1")}));
@@ -105,7 +108,7 @@ TEST(NetTest, SymbolInfoArrayGrowsByChunks) {
 }
 
 TEST(ExpTest, AnnotationSlotsStaySorted) {
-  Exp e(NOT_n, static_cast<Exp*>(nullptr));
+  Exp& e = *make_exp(NOT_n, static_cast<Exp*>(nullptr));
   int five = 5, nine = 9;
   e.put_info(5, &five);
   e.put_info(9, &nine);
@@ -127,7 +130,7 @@ TEST(ExpTest, AnnotationSlotsStaySorted) {
 
 TEST(ExpTest, ListsRepairedAfterConcatenation) {
   Exp* leaves[5];
-  for (Exp*& l : leaves) l = new Exp(INPUT_n, 1, nullptr, 1);
+  for (Exp*& l : leaves) l = make_exp(INPUT_n, 1, nullptr, 1);
   ExpList* a = new ExpList(leaves[0]);
   ExpList* b = new ExpList(leaves[1]);
   b->next = new ExpList(leaves[2]);
@@ -136,16 +139,17 @@ TEST(ExpTest, ListsRepairedAfterConcatenation) {
   ExpList* c = new ExpList(leaves[3]);
   c->next = new ExpList(leaves[4]);  // stale: c still believes it is alone
   a->next = b;                         // joined by hand, a is stale too
-  Exp* node = new Exp(TUPLE_n, a);
+  Exp* node = make_exp(TUPLE_n, a);
   ASSERT_EQ(node->arity, 3);
   b->last->next = c;
   a->uplast();
   EXPECT_EQ(a->length, 5);
   EXPECT_EQ(a->last, c->next);
-  Exp* all = new Exp(DIESE_n, a);
+  Exp* all = make_exp(DIESE_n, a);
   ASSERT_EQ(all->arity, 5);
   for (int i = 0; i < 5; i++) EXPECT_EQ(all->operands[i], leaves[i]);
-  EXPECT_EQ((new Exp(NOR_n, static_cast<ExpList*>(nullptr)))->arity, 0);
+  EXPECT_EQ((make_exp(NOR_n, static_cast<ExpList*>(nullptr)))->arity, 0);
+  FreeExpList(a);
 }
 
 TEST(ExpTest, NatureKeys) {
