@@ -1,0 +1,201 @@
+// ec_parse_test.cpp -- the ec grammar: declarations, node shapes built for
+// each operator and precedence, and the reported errors.
+#include "network/ec_builders.h"
+
+#include <gtest/gtest.h>
+
+#include "net_fixture.h"
+
+using namespace nettest;
+
+namespace {
+
+const char* kHeader =
+    "function f(x: int; y: int) returns (r: int);\n"
+    "node t(a, b, c: bool; i, j: int; r: real) returns (o: bool);\n"
+    "let o = ";
+
+// The shape of the node built for `expression`, fully parenthesised.
+std::string shape(const std::string& expression) {
+  int result = -1;
+  Net* net = parse_text(std::string(kHeader) + expression + "; tel", &result);
+  EXPECT_EQ(result, 0) << expression;
+  return exp_text(net, info(net, "o")->def);
+}
+
+TEST(EcParseTest, PrecedenceAndAssociativity) {
+  struct Case {
+    const char* text;
+    const char* built;
+  } cases[] = {
+      {"a -> b -> c", "((a -> b) -> c)"},
+      {"a => b => c", "(a => (b => c))"},
+      {"not a * b", "(not (a * b))"},
+      {"not a + b", "((not a) + b)"},
+      {"a + b when c", "(a + (b when c))"},
+      {"a * b when c", "(a * (b when c))"},
+      {"pre a when c", "((pre a) when c)"},
+      {"- a ** b", "((- a) ** b)"},
+      {"a ** b * c", "((a ** b) * c)"},
+      {"a or b xor c and a", "(a or (b xor (c and a)))"},
+      {"a = b < c", "(a = (b < c))"},
+      {"a <> b = c", "((a <> b) = c)"},
+      {"i + j < i - j", "((i + j) < (i - j))"},
+      {"a and b => c or a -> b", "(((a and b) => (c or a)) -> b)"},
+      {"i - j - i", "((i - j) - i)"},
+      {"i div j mod i % j / i", "((((i div j) mod i) mod j) / i)"},
+      {"if a then i else if b then j else i + j", "(if a then i else (if b then j else (i + j)))"},
+      {"if a then b else c -> a", "(if a then b else (c -> a))"},
+      {"current (i when a) + 1", "((current (i when a)) + 1)"},
+      {"(a)", "a"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(shape(c.text), c.built) << c.text;
+}
+
+TEST(EcParseTest, ListsTuplesAndCalls) {
+  EXPECT_EQ(shape("#(a, b, c) or &(a) or nor(a, b)"), "((#(a, b, c) or &(a)) or nor(a, b))");
+  Net* net = parse_text(std::string(kHeader) + "f(i, j) = f(i) + f((i, j)); tel");
+  Exp* e = info(net, "o")->def;
+  ASSERT_EQ(e->nature, EQUAL_n);
+  Exp* call2 = e->operands[0];
+  ASSERT_EQ(call2->nature, CALL_n);
+  EXPECT_EQ(call2->param, key("f"));
+  ASSERT_EQ(call2->operands[0]->nature, TUPLE_n);
+  EXPECT_EQ(call2->operands[0]->arity, 2);
+  Exp* call1 = e->operands[1]->operands[0];
+  EXPECT_EQ(call1->operands[0], info(net, "i")->ref) << "one argument: no tuple";
+  EXPECT_EQ(e->operands[1]->operands[1]->operands[0]->nature, TUPLE_n);
+}
+
+TEST(EcParseTest, ConversionsDeclaredOncePerNetwork) {
+  for (int round = 0; round < 2; round++) {
+    Net* net = parse_text(std::string(kHeader) + "int r + int 3.5 + real (int r) > 0; tel");
+    EXPECT_EQ(keys_of(net->funcs), (std::vector<int>{key("f"), key("real2int"), key("int2real")}));
+    FuncInfo* r2i = net->get_func_info(key("real2int"));
+    ASSERT_NE(r2i, nullptr);
+    EXPECT_EQ(r2i->in_type, net->real_type);
+    EXPECT_EQ(r2i->out_type, net->int_type);
+    EXPECT_EQ(keys_of(r2i->in_params), std::vector<int>{key("x")});
+    Exp* sum = info(net, "o")->def->operands[0];
+    EXPECT_EQ(sum->operands[1]->nature, CALL_n);
+    EXPECT_EQ(sum->operands[1]->param, key("int2real"));
+    // Equal literal texts give one leaf.
+    EXPECT_EQ(net->get_real_const(key("3.5")), sum->operands[0]->operands[1]->operands[0]);
+  }
+}
+
+TEST(EcParseTest, DeclarationsOfEveryForm) {
+  testing::internal::CaptureStderr();
+  Net* net = parse_file(std::string(TAVIK_SOURCE_DIR) + "/tests/ec/decls.ec");
+  std::string warning = testing::internal::GetCapturedStderr();
+  EXPECT_NE(warning.find(" Warning :\nbasic support of extern node (treated as unsafe procedure)\n"),
+            std::string::npos)
+      << warning;
+  EXPECT_EQ(net->node_name, key("decls"));
+  EXPECT_EQ(keys_of(net->usr_types), (std::vector<int>{key("T"), key("Color"), key("U")}));
+  EcType* color = net->define_type(key("Color"));
+  EXPECT_EQ(color->number, 2);
+  ASSERT_EQ(color->enum_count, 3);
+  EXPECT_EQ(color->enum_values[2]->key, key("red"));  // ordinals count from the list's end
+  EXPECT_EQ(info(net, "red")->ref->type, color);
+  EXPECT_EQ(keys_of(net->consts),
+            (std::vector<int>{key("red"), key("green"), key("blue"), key("n"), key("pi"), key("k")}));
+  EXPECT_EQ(info(net, "k")->clock, key("base_c"));
+  EXPECT_EQ(info(net, "n")->clock, net->true_key);
+  EXPECT_EQ(info(net, "pi")->value.position, 4);
+
+  EXPECT_EQ(keys_of(net->funcs), (std::vector<int>{key("f"), key("log_it")}));
+  EXPECT_EQ(keys_of(net->procs), (std::vector<int>{key("g"), key("ext")}));
+  FuncInfo* g = net->get_func_info(key("g"));
+  EXPECT_EQ(g->kind, 1);
+  EXPECT_TRUE(g->out_type->is_tuple);
+  EXPECT_EQ(g->index, 0);
+  FuncInfo* ext = net->get_func_info(key("ext"));
+  EXPECT_EQ(ext->kind, 1);
+  EXPECT_EQ(ext->unsafe, 1);
+  EXPECT_EQ(ext->index, 1);
+  EXPECT_EQ(net->get_func_info(key("log_it"))->unsafe, 1);
+  int int_pair[] = {key("int"), key("int")};
+  EXPECT_EQ(net->get_func_info(key("f"))->in_type, net->define_type(int_pair, 2));
+
+  EXPECT_EQ(keys_of(net->inputs), (std::vector<int>{key("c"), key("x"), key("y"), key("z"), key("t")}));
+  EXPECT_EQ(info(net, "z")->clock, key("c"));
+  EXPECT_EQ(info(net, "z")->index, 3);
+  EXPECT_EQ(info(net, "c")->clock, net->true_key);
+  EXPECT_EQ(keys_of(net->outputs), (std::vector<int>{key("o"), key("p"), key("col")}));
+  EXPECT_EQ(keys_of(net->locals), (std::vector<int>{key("l1"), key("l2"), key("l3"), key("m")}));
+  EXPECT_EQ(info(net, "m")->clock, key("c"));
+
+  // (p, l3) = g(z): projections 1 and 2 of one call, with the names' types.
+  Exp* p = info(net, "p")->def;
+  Exp* l3 = info(net, "l3")->def;
+  ASSERT_EQ(p->nature, PROJ_n);
+  EXPECT_EQ(p->param, 1);
+  EXPECT_EQ(l3->param, 2);
+  EXPECT_EQ(p->operands[0], l3->operands[0]);
+  EXPECT_EQ(l3->type, net->int_type);
+  EXPECT_EQ(p->clock, key("c"));
+  EXPECT_EQ(keys_of(info(net, "p")->value.tuple), (std::vector<int>{key("p"), key("l3")}));
+
+  IdentInfo* assertion = info(net, "__assert_0");
+  ASSERT_NE(assertion, nullptr);
+  EXPECT_EQ(assertion->def->nature, DIESE_n);
+  EXPECT_EQ(assertion->clock, key("c"));
+}
+
+TEST(EcParseTest, WholeProgramsAndEndMarks) {
+  for (const char* end : {"", ".", ";", ","}) {
+    int result = -1;
+    Net* net = parse_text(std::string("node n(x: int) returns (y: int); let y = x; tel") + end, &result);
+    EXPECT_EQ(result, 0) << end;
+    EXPECT_EQ(info(net, "y")->def, info(net, "x")->ref);
+  }
+  int result = -1;
+  parse_text("(* nothing *)", &result);
+  EXPECT_EQ(result, 0);
+}
+
+TEST(EcParseTest, SyntaxErrorsGiveTheirLine) {
+  struct Case {
+    const char* text;
+    const char* report;
+  } cases[] = {
+      {"node n(x: int) returns (y: int);\nlet\n  y = x + ) ;\ntel", "syntax error     - at line 3\n"},
+      // The lexer has read the newline after the offending ';' already.
+      {"node n(x: int) returns (y: int);\nlet\n  y = x +;\ntel", "syntax error     - at line 4\n"},
+      {"(* a\ncomment *)\nnode n(x: int) returns (y: int)\nlet y = x; tel", "syntax error     - at line 4\n"},
+      {"node n() returns (y: int); let tel", "syntax error     - at line 1\n"},
+      {"node n(x: int) returns (y: int); let y = x; tel node", "syntax error     - at line 1\n"},
+  };
+  for (const Case& c : cases) {
+    int result = 0;
+    testing::internal::CaptureStdout();
+    parse_text(c.text, &result);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), c.report) << c.text;
+    EXPECT_NE(result, 0);
+  }
+}
+
+TEST(EcParseTest, UnreadableFile) {
+  testing::internal::CaptureStderr();
+  int result = 0;
+  parse_file("/nonexistent/n.ec", &result);
+  EXPECT_EQ(result, 1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "EcParse : Can't open file '/nonexistent/n.ec'\n");
+}
+
+TEST(EcParseDeathTest, UndeclaredIdentifiers) {
+  const char* texts[] = {
+      "node n(x: int) returns (y: int); let y = x + z; tel",
+      "node n(x: int) returns (y: int); let z = x; tel",
+      "node n(x: int) returns (y: int); let y = z(x); tel",
+  };
+  for (const char* text : texts) {
+    std::string path = write_temp(text);
+    EXPECT_EXIT(parse_file(path), ::testing::ExitedWithCode(1),
+                "^ecnet::GetIdentInfo : undeclared ident 'z'\n")
+        << text;
+  }
+}
+
+}  // namespace
