@@ -31,9 +31,6 @@ const ExpNatureKey ExpNatureKeys[NB_EXP_NATURES] = {
 const char* nodekey(ExpNature n) { return ExpNatureKeys[n].key; }
 const char* opkey(ExpNature n) { return ExpNatureKeys[n].op; }
 
-static unsigned current_key = 0;
-
-unsigned take_a_key() { return ++current_key; }
 
 /* ---------------------------------------------------------------- ExpList */
 

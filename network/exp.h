@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "foundations/fract.h"
+#include "network/key_source.h"
 
 class EcType;
 class PtyStream;
@@ -70,9 +71,6 @@ extern const ExpNatureKey ExpNatureKeys[NB_EXP_NATURES];
 const char* nodekey(ExpNature n);
 const char* opkey(ExpNature n);
 
-// A fresh integer from one process-wide counter; the first is 1. Passes that
-// mark nodes take their keys here, so that no two passes share a mark.
-unsigned take_a_key();
 
 class Exp;
 

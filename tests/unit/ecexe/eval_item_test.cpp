@@ -9,7 +9,7 @@
 #include <set>
 
 #include "ecexe/eval_func.h"
-#include "ecexe/key_source.h"
+#include "network/key_source.h"
 #include "eval_graph.h"
 
 TEST(EvalItemTest, FreshItemIsNilUncomputedAndNumbered) {
