@@ -8,7 +8,7 @@
 namespace {
 
 NetInterface* load(const std::string& text, int opt_a = 0) {
-  NetInterface* ni = new NetInterface();
+  NetInterface* ni = normtest::kept(new NetInterface());
   EXPECT_EQ(ni->init(nettest::write_temp(text).c_str(), normtest::symbols(), opt_a, 0), 0);
   return ni;
 }
@@ -57,7 +57,7 @@ TEST(NetInterfaceTest, LeafLocalsGetNoNumber) {
 }
 
 TEST(NetInterfaceTest, SyntaxErrorIsReported) {
-  NetInterface* ni = new NetInterface();
+  NetInterface* ni = normtest::kept(new NetInterface());
   ::testing::internal::CaptureStderr();
   int r = ni->init(nettest::write_temp("node n(a: bool) returns (o: bool); let o = ; tel\n").c_str(),
                    normtest::symbols(), 0, 0);
