@@ -1,0 +1,154 @@
+// norm_minimize_test.cpp -- classes found by minimisation, the shared
+// representatives built from them, and the progress messages.
+#include <gtest/gtest.h>
+
+#include "foundations/errors.h"
+#include "norm_fixture.h"
+
+using normtest::key;
+using normtest::norm_term;
+using normtest::parse_norm;
+
+namespace {
+
+const char* kHeader =
+    "unsafe function u(a: int) returns (r: int);\n"
+    "function f(a: int) returns (r: int);\n"
+    "node n(a, b, c: bool; i: int)\n";
+
+NormNet* built(const std::string& body, int mode = 0) {
+  NormNet* net = parse_norm(std::string(kHeader) + body, mode);
+  net->build();
+  return net;
+}
+
+struct ClassCase {
+  const char* body;
+  int nodes;
+  int classes;
+};
+
+TEST(NormMinimizeTest, ClassCountsDerivedByHand) {
+  const ClassCase cases[] = {
+      // Commutative operands in either order are one class.
+      {"returns (x, y: bool);\nlet x = a and b; y = b and a; tel\n", 2, 1},
+      // Not commutative: two classes.
+      {"returns (x, y: bool);\nlet x = a => b; y = b => a; tel\n", 2, 2},
+      // Same nature and operands on different clocks: never merged (the
+      // IF node that samples x is a third class).
+      {"returns ((x: bool) when c; y: bool);\nlet x = a and b; y = a and b; tel\n", 3, 3},
+      // Two calls of an unsafe function stay apart; safe calls merge.
+      {"returns (x, y: int);\nlet x = u(i); y = u(i); tel\n", 2, 2},
+      {"returns (x, y: int);\nlet x = f(i); y = f(i); tel\n", 2, 1},
+      // Recursion through pre: x and y are the same counter; z differs only
+      // by its step. One INIT node; IF, PLUS, LAST each for {x, y} and {z}.
+      {"returns (x, y, z: int);\n"
+       "let x = 0 -> pre x + 1; y = 0 -> pre y + 1; z = 0 -> pre z + 2; tel\n",
+       10, 7},
+      // A network without nodes.
+      {"returns (x: int);\nlet x = i; tel\n", 0, 0},
+  };
+  for (const ClassCase& t : cases) {
+    NormNet* net = built(t.body);
+    EXPECT_EQ(net->nb_nodes, t.nodes) << t.body;
+    EXPECT_EQ(net->nb_classes, t.classes) << t.body;
+    // Every node ends in the class its mark names, the classes cover the
+    // node list, and there is one representative per class.
+    int members = 0;
+    for (int c = 1; c <= net->nb_classes; c++)
+      for (NormNet::NodeEntry* e = net->class_members(c); e; e = e->next, members++)
+        EXPECT_EQ(e->exp->mark, c) << t.body;
+    EXPECT_EQ(members, t.nodes) << t.body;
+    EXPECT_EQ(static_cast<int>(net->representatives.size()), t.classes) << t.body;
+  }
+}
+
+TEST(NormMinimizeTest, MergedVariablesShareOneRepresentative) {
+  NormNet* net = built("returns (x, y: bool);\nlet x = a and b; y = b and a; tel\n");
+  Exp* x = net->norm(key("x"));
+  EXPECT_EQ(x, net->norm(key("y")));
+  EXPECT_EQ(x, net->representative(1));
+  EXPECT_EQ(norm_term(net, "x"), "AND(a,b)");
+  // The representative is in the sharing table: building the same node
+  // again finds it.
+  EXPECT_EQ((*net->ctr)(AND_n, x->operands[1], x->operands[0]), x);
+}
+
+TEST(NormMinimizeTest, RepresentativesFormTheMemoryCycle) {
+  NormNet* net = built("returns (x, y: int);\nlet x = 0 -> pre x + 1; y = 0 -> pre y + 1; tel\n");
+  Exp* x = net->norm(key("x"));
+  EXPECT_EQ(x, net->norm(key("y")));
+  EXPECT_EQ(norm_term(net, "x"), "IF(INIT(true),0,PLUS(LAST(@),1))");
+  // The memory reads the representative itself, not a reference to x.
+  Exp* last = x->operands[2]->operands[0];
+  ASSERT_EQ(last->nature, LAST_n);
+  EXPECT_EQ(last->operands[0], x);
+  EXPECT_EQ(x->type, net->int_type);
+}
+
+TEST(NormMinimizeTest, DistinctClocksKeepDistinctRepresentatives) {
+  NormNet* net = built("returns ((x: bool) when c; y: bool);\nlet x = a and b; y = a and b; tel\n");
+  Exp* x = net->norm(key("x"));
+  ASSERT_EQ(x->nature, IF_n);
+  EXPECT_NE(x->operands[1], net->norm(key("y")));
+  EXPECT_EQ(norm_term(net, "x"), "IF(c,AND(a,b),nil)");
+}
+
+TEST(NormMinimizeTest, OptionModeThreeMakesOneClassPerNode) {
+  NormNet* net = built("returns (x, y: bool);\nlet x = a and b; y = b and a; tel\n", 3);
+  EXPECT_EQ(net->nb_nodes, 2);
+  EXPECT_EQ(net->nb_classes, 2);
+  EXPECT_NE(net->norm(key("x")), net->norm(key("y")));
+  // Classes follow the node list, whose head is the newest node.
+  EXPECT_EQ(net->class_members(1)->next, nullptr);
+  EXPECT_EQ(net->norm(key("y")), net->representative(1));
+}
+
+struct MessageCase {
+  const char* body;
+  int mode;
+  const char* expected;
+};
+
+TEST(NormMinimizeTest, VerboseMessages) {
+  const MessageCase cases[] = {
+      {"returns (x: int);\nlet x = i; tel\n", 0,
+       "start normalisation ... done\nstart minimal network generation . done (0 -> 0 nodes)\n"},
+      {"returns (x, y: bool);\nlet x = a and b; y = b and a; tel\n", 0,
+       "start normalisation ... done\nstart minimal network generation . done (2 -> 1 nodes)\n"},
+      // A split makes a second pass, announced by a dot.
+      {"returns (x, y: bool);\nlet x = a => b; y = b => a; tel\n", 0,
+       "start normalisation ... done\nstart minimal network generation .. done (2 -> 2 nodes)\n"},
+      {"returns (x, y: bool);\nlet x = a and b; y = b and a; tel\n", 3,
+       "start normalisation ... done\nno network minimization (2 nodes)\n"},
+  };
+  for (const MessageCase& t : cases) {
+    NormNet* net = parse_norm(std::string(kHeader) + t.body, t.mode);
+    set_verbose_mode(1);
+    ::testing::internal::CaptureStderr();
+    net->build();
+    std::string text = ::testing::internal::GetCapturedStderr();
+    set_verbose_mode(0);
+    EXPECT_EQ(text, t.expected) << t.body;
+  }
+}
+
+TEST(NormMinimizeTest, BoolOptimisationReportsNodeCounts) {
+  NormNet* net = parse_norm(std::string(kHeader) +
+                            "returns (x: bool);\nlet x = if a then true else b; tel\n");
+  net->bool_optimise = 1;
+  set_verbose_mode(1);
+  ::testing::internal::CaptureStderr();
+  net->build();
+  std::string text = ::testing::internal::GetCapturedStderr();
+  set_verbose_mode(0);
+  EXPECT_NE(text.find("Bool optimization : 2 -> 1 nodes\n"), std::string::npos) << text;
+  EXPECT_EQ(norm_term(net, "x"), "OR(a,b)");
+}
+
+TEST(NormMinimizeDeathTest, UnknownOptionModeIsFatal) {
+  NormNet* net = parse_norm(std::string(kHeader) + "returns (x: int);\nlet x = i; tel\n", 4);
+  EXPECT_EXIT(net->build(), ::testing::ExitedWithCode(1), "Error :\nunknown option\n");
+}
+
+}  // namespace
