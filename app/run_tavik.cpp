@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "app/tavik.h"
 #include "app/tavik_args.h"
 
 // The tool's word count from the script's argc (0 when it is not set).
@@ -30,11 +31,10 @@ int run_tavik_handler(ClientData, Tcl_Interp* interp, int, const char*[]) {
     args.usage();
     exit(0);
   }
-  // The simulation session is not part of this build yet: say so instead
-  // of pretending to simulate.
-  Tcl_SetResult(interp, const_cast<char*>("run_tavik : simulation is not available yet in this build"),
-                TCL_STATIC);
-  return TCL_ERROR;
+  // The session lives until the process ends; `args` only during its
+  // construction.
+  new Tavik(interp, &args);
+  return TCL_OK;
 }
 
 int run_tavik_Init(Tcl_Interp* interp) {

@@ -5,6 +5,8 @@
 
 #include <dlfcn.h>
 
+#include <string>
+
 #include <cstdio>
 #include <cstring>
 
@@ -18,7 +20,10 @@ const char* DROLoad::refuse(const char* message) {
 
 const char* DROLoad::load(const char* path) {
   dlerror();  // forget a stale error of an earlier call
-  handle = dlopen(path, RTLD_LAZY);
+  // A name without a slash would send dlopen searching the library path;
+  // the user means the file in the current directory.
+  std::string file = strchr(path, '/') ? path : std::string("./") + path;
+  handle = dlopen(file.c_str(), RTLD_LAZY);
   error = dlerror();
   if (error) return error;
 

@@ -14,7 +14,7 @@
 #include "foundations/symbol_table.h"
 #include "panel/panel.h"
 
-struct StringList;  // extra Tcl commands handed to the loop by the session
+#include "panel/string_list.h"
 
 class IOPanel {
  public:
@@ -55,6 +55,29 @@ class IOPanel {
   int write_iop(FILE* f);
   int write_iop(const char* path);
   int write_iop();
+
+  // The whole Tk script of the panel; `debug` adds traces to the script.
+  void to_tk(PtyStream* out, int debug);
+
+  // Starts the simulation loop: registers the commands "<module>_reset",
+  // "<module>_step" and "<module>_save_iop", writes the Tk script of the
+  // panel to "<module>_<pid>.tcl", sources it, then the rc file (if any),
+  // then evaluates the extra commands in order, and removes the script
+  // unless debug_tk is set. Every failure is fatal.
+  void init_loop(int debug_tk, void* client, int (*reset)(void*), int (*step)(void*),
+                 const char* rc_file, StringList* extra);
+  // InputVars(<name of input index>) converted by the input's type and
+  // stored at `location` (nothing when it is null). Fatal when the text
+  // does not convert. Returns 0.
+  int export_loop_input(int index, void* location);
+  // The value at `location` formatted by the output's type into
+  // OutputVars(<name of output index>), firing its traces. 0 on success,
+  // 1 when Tcl refused the assignment. A null location writes nothing.
+  int import_loop_output(int index, const void* location);
+  // A modal tk_dialog with `n` buttons labelled by the const char*
+  // arguments; returns the label pressed. A dialog closed without a choice
+  // (or any answer that is not a button's index) returns the first label.
+  const char* dialog(const char* title, const char* text, int n, ...);
 
   // The text of a symbol key.
   const char* text(int key) { return symbols->text(key); }

@@ -69,3 +69,39 @@ proc tavik {args} {
     }
     return $result
 }
+
+# A fresh temporary directory for a child's current directory.
+proc scratch_dir {} {
+    set dir [file join [temporaryDirectory] scratch[incr ::scratch_count]-[pid]]
+    file delete -force $dir
+    file mkdir $dir
+    return $dir
+}
+
+# A compiled program of the build tree: an example, or a test program.
+proc example_dro {name} { file join $::tavik_build examples $name.dro }
+proc test_dro {name} { file join $::tavik_build tests dro $name.dro }
+
+# session WORDS ACTIONS ?DIR? ?HOME? -> {status stdout stderr}: a child wish
+# that runs the simulator with the command line WORDS in DIR (its PWD too),
+# then ACTIONS, then exits 0. HOME defaults to DIR.
+proc session {words actions {dir ""} {home ""}} {
+    global env
+    if {$dir eq ""} { set dir [scratch_dir] }
+    if {$home eq ""} { set home $dir }
+    set script "package require Pwish
+cd [list $dir]
+set argv [list $words]
+set argc [llength $words]
+run_tavik
+$actions"
+    set saved [array get env]
+    set env(PWD) $dir
+    set env(HOME) $home
+    try {
+        return [wish_script $script]
+    } finally {
+        array unset env
+        array set env $saved
+    }
+}
