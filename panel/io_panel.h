@@ -56,6 +56,14 @@ class IOPanel {
   int write_iop(const char* path);
   int write_iop();
 
+  // Writes the whole Tk script of the panel: procedures, variables, menus,
+  // the widgets of the tree below ".panel", packing and traces. `debug`
+  // (0 or 1) is stored in debug_tk; it makes the script echo its calls,
+  // starts the echo switched on, and keeps TreatReset from calling the
+  // module's reset command. Numbers widget paths from the form and frame
+  // counters, which it does not reset.
+  void to_tk(PtyStream* out, int debug);
+
   // The text of a symbol key.
   const char* text(int key) { return symbols->text(key); }
 
