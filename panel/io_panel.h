@@ -56,7 +56,12 @@ class IOPanel {
   int write_iop(const char* path);
   int write_iop();
 
-  // The whole Tk script of the panel; `debug` adds traces to the script.
+  // Writes the whole Tk script of the panel: procedures, variables, menus,
+  // the widgets of the tree below ".panel", packing and traces. `debug`
+  // (0 or 1) is stored in debug_tk; it makes the script echo its calls,
+  // starts the echo switched on, and keeps TreatReset from calling the
+  // module's reset command. Numbers widget paths from the form and frame
+  // counters, which it does not reset.
   void to_tk(PtyStream* out, int debug);
 
   // Starts the simulation loop: registers the commands "<module>_reset",

@@ -63,6 +63,9 @@ class PanelForm : public Panel {
 
   void to_iop_def(PtyStream* out) override;
   void to_iop_exp(PtyStream* out) override;
+  // A frame numbered by the form counter, the sons' widgets inside it,
+  // packed side by side (line) or one above the other (col).
+  void to_tk(PtyStream* out, const char* parent_path) override;
   // Both warn when the son is already linked, then link it anyway: a panel
   // shown in two places is allowed.
   void add_son(Panel* son) override;
@@ -84,6 +87,9 @@ class PanelBox : public Panel {
 
   void to_iop_def(PtyStream* out) override;
   void to_iop_exp(PtyStream* out) override;
+  // A frame numbered by the frame counter holding a label: the box's name,
+  // or a blank when it has none.
+  void to_tk(PtyStream* out, const char* parent_path) override;
 };
 
 // A labelled button that opens `son` in a window of its own. The son is not
@@ -94,6 +100,9 @@ class PanelPopup : public Panel {
 
   void to_iop_def(PtyStream* out) override;
   void to_iop_exp(PtyStream* out) override;
+  // A button in the panel toggling a withdrawn top-level window that holds
+  // the son's widgets; the pop-up is numbered before its son.
+  void to_tk(PtyStream* out, const char* parent_path) override;
 
   int label;   // symbol key of the button text
   Panel* son;
@@ -112,14 +121,31 @@ class PanelInOut : public Panel {
   int label;   // symbol key of the text beside the widget
 };
 
+// The Tk side of a leaf. to_tk_var reads the modifiers (unknown keys are
+// warned about and skipped) and sets `label`, which to_tk then uses: it
+// must come first. An empty label writes no label line. An unknown type
+// name is an internal error in both.
 class PanelInput : public PanelInOut {
  public:
   PanelInput(IOPanel* owner, int name, int type, IntList* modifiers);
+
+  void to_tk_var(PtyStream* out) override;
+  void to_tk(PtyStream* out, const char* parent_path) override;
+  // The widgets of one type, in a frame numbered by the frame counter.
+  void bool_to_tk(PtyStream* out, const char* parent_path);
+  void int_to_tk(PtyStream* out, const char* parent_path);
+  void real_to_tk(PtyStream* out, const char* parent_path);
 };
 
 class PanelOutput : public PanelInOut {
  public:
   PanelOutput(IOPanel* owner, int name, int type, IntList* modifiers);
+
+  void to_tk_var(PtyStream* out) override;
+  void to_tk(PtyStream* out, const char* parent_path) override;
+  void bool_to_tk(PtyStream* out, const char* parent_path);
+  void int_to_tk(PtyStream* out, const char* parent_path);
+  void real_to_tk(PtyStream* out, const char* parent_path);
 };
 
 #endif
