@@ -75,8 +75,15 @@ proc scratch_dir {} {
     set dir [file join [temporaryDirectory] scratch[incr ::scratch_count]-[pid]]
     file delete -force $dir
     file mkdir $dir
+    lappend ::scratch_dirs $dir
     return $dir
 }
+
+proc remove_scratch_dirs {} {
+    foreach dir $::scratch_dirs { file delete -force $dir }
+    set ::scratch_dirs {}
+}
+set ::scratch_dirs {}
 
 # A compiled program of the build tree: an example, or a test program.
 proc example_dro {name} { file join $::tavik_build examples $name.dro }
@@ -95,13 +102,14 @@ set argv [list $words]
 set argc [llength $words]
 run_tavik
 $actions"
-    set saved [array get env]
+    # Unsetting the whole env array would cut it off from the process
+    # environment: save and restore the two variables one by one.
+    set saved [list $env(PWD) $env(HOME)]
     set env(PWD) $dir
     set env(HOME) $home
     try {
         return [wish_script $script]
     } finally {
-        array unset env
-        array set env $saved
+        lassign $saved env(PWD) env(HOME)
     }
 }
