@@ -11,6 +11,6 @@ if {$setup ne ""} { eval $setup }
 update
 after 300 {
     update
-    exec sh -c "xwd -root -display $env(DISPLAY) | convert xwd:- [list $output]"
+    exec sh -c "xwd -root -display $env(DISPLAY) | convert xwd:- -trim +repage [list $output]"
     exit 0
 }
