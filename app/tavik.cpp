@@ -197,29 +197,28 @@ int Tavik::check_side(bool inputs) {
 
 int Tavik::check_panel_coherence() { return check_side(true) && check_side(false); }
 
+// The dialog about item i ("%dth <item> raised <problem>", numbered from 1).
+static const char* ask_about(IOPanel* panel, const char* item, int i, const char* problem) {
+  char text[128];
+  snprintf(text, sizeof text, "%dth %s raised %s", i + 1, item, problem);
+  return panel->dialog("RUN TIME ERROR", text, 2, Tavik::ABORT, Tavik::CONTINUE);
+}
+
 const char* Tavik::check_assert_error(int i) {
-  const char* what;
   switch (program->assert_status(i)) {
-    case STATUS_DIVBYZERO: what = "divbyzero"; break;
-    case STATUS_FALSE: what = "false"; break;
-    case STATUS_NIL: what = "nil"; break;
+    case STATUS_DIVBYZERO: return ask_about(panel, "assert", i, "divbyzero");
+    case STATUS_FALSE: return ask_about(panel, "assert", i, "false");
+    case STATUS_NIL: return ask_about(panel, "assert", i, "nil");
     default: return CONTINUE;
   }
-  char text[128];
-  snprintf(text, sizeof text, "%dth assert raised %s", i + 1, what);
-  return panel->dialog("RUN TIME ERROR", text, 2, ABORT, CONTINUE);
 }
 
 const char* Tavik::check_output_error(int i) {
-  const char* what;
   switch (program->output_status(i)) {
-    case STATUS_NIL: what = "nil"; break;
-    case STATUS_DIVBYZERO: what = "divbyzero"; break;
+    case STATUS_NIL: return ask_about(panel, "output", i, "nil");
+    case STATUS_DIVBYZERO: return ask_about(panel, "output", i, "divbyzero");
     default: return CONTINUE;
   }
-  char text[128];
-  snprintf(text, sizeof text, "%dth output raised %s", i + 1, what);
-  return panel->dialog("RUN TIME ERROR", text, 2, ABORT, CONTINUE);
 }
 
 // Copies every output to the panel, asking first about those in error.
