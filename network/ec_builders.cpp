@@ -3,6 +3,8 @@
 // plain Exp nodes. Every name used in an expression must be declared first.
 #include "network/ec_builders.h"
 
+#include "foundations/chain.h"
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -61,13 +63,7 @@ IntList* AppendKey(IntList* list, int key) {
   return list;
 }
 
-void FreeIntList(IntList* l) {
-  while (l) {
-    IntList* next = l->next;
-    delete l;
-    l = next;
-  }
-}
+void FreeIntList(IntList* l) { delete_chain(l); }
 
 /* ------------------------------------------------------------ declarations */
 
@@ -114,13 +110,7 @@ ParamList* AppendParams(ParamList* list, ParamList* other) {
   return list;
 }
 
-void FreeParamList(ParamList* l) {
-  while (l) {
-    ParamList* next = l->next;
-    delete l;
-    l = next;
-  }
-}
+void FreeParamList(ParamList* l) { delete_chain(l); }
 
 // The names of the parameters, and the type of the whole list (a named
 // type for one parameter, a tuple type otherwise).

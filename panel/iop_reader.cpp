@@ -3,6 +3,8 @@
 // the outcome, and holds the small builders its actions need.
 #include "panel/iop_reader.h"
 
+#include "foundations/chain.h"
+
 #include <cstdio>
 
 #include "foundations/errors.h"
@@ -30,13 +32,7 @@ PanelList* iop_list_append(PanelList* list, Panel* p) {
   return list;
 }
 
-void iop_list_free(PanelList* list) {
-  while (list) {
-    PanelList* next = list->next;
-    delete list;
-    list = next;
-  }
-}
+void iop_list_free(PanelList* list) { delete_chain(list); }
 
 void iop_modifiers_free(IntList* list) {
   while (list) {
