@@ -73,6 +73,8 @@ class NormNet : public Net {
   bool exp_bisim(Exp* a, Exp* b, int k);
   bool exp_nature_cmp(Exp* a, Exp* b);
   bool exp_cmp(Exp* x, Exp* y, int k);
+  // One shared node per class, built after the classes are final.
+  void build_representatives();
 
   // The representative of class c (1-based); null before build().
   Exp* representative(int c) const;
@@ -100,7 +102,6 @@ class NormNet : public Net {
   Exp* Ximpl_node(Exp* e);
   Exp* not_of(Exp* e, int clk) { return get_norm_exp(NOT_n, e, clk); }
   bool is_bool(Exp* e) { return type(e) == bool_type; }
-  void build_representatives();
 
   std::vector<Exp*> init_table;
   std::vector<Exp*> clock_table;
