@@ -12,6 +12,7 @@
 #include <string>
 
 #include "ecexe/dro_load.h"
+#include "ecexe/rp_ec_exe.h"
 #include "foundations/errors.h"
 
 const char Tavik::CLOSE[] = "close";
@@ -93,11 +94,11 @@ void Tavik::init() {
   panel->init_loop(args->dbgtk, this, tavik_reset, tavik_step, rc_file, commands);
 }
 
-int Tavik::init_ecexe_with_ecfile(const char*) {
-  // The ec evaluator is not part of this build: say so before the
-  // loader's usual refusal.
-  fprintf(stderr, "ec programs cannot be simulated by this build yet\n");
-  Error("Tavik::init_ecexe_with_ecfile : cannot create");
+int Tavik::init_ecexe_with_ecfile(const char* file) {
+  RPEcExe* ec = new RPEcExe;
+  if (ec->init(file, symbols) != 0) Error("Tavik::init_ecexe_with_ecfile : cannot create");
+  program = ec;
+  return 1;
 }
 
 int Tavik::init_ecexe_with_drofile(const char* file) {

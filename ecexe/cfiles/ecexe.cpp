@@ -1,0 +1,330 @@
+// ecexe.cpp -- building the item graph of an ec program from its normalised
+// network, and the end, abandonment and reset of its instants. A node is
+// marked with its item before its operands are translated, so a cycle
+// through a memory finds the item already there instead of recursing.
+#include "ecexe/cfiles/ecexe.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "ecexe/eval_arith.h"
+#include "ecexe/eval_func.h"
+#include "ecexe/eval_logic.h"
+#include "ecexe/eval_memory.h"
+#include "ecexe/eval_terminal.h"
+#include "foundations/errors.h"
+#include "foundations/pty_stream.h"
+#include "foundations/symbol_table.h"
+#include "normalise/norm_net.h"
+
+// A consistency check of the local numbering, kept in release builds: a
+// failure is a bug of the interface listing, never of the user's program.
+#define ECEXE_CHECK(cond)                                                          \
+  do {                                                                             \
+    if (!(cond)) {                                                                 \
+      fprintf(stderr, "ecexe/cfiles/ecexe.cpp:%d: Assertion `%s' failed.\n", __LINE__, \
+              #cond);                                                              \
+      abort();                                                                     \
+    }                                                                              \
+  } while (0)
+
+EcExe::EcExe() = default;
+
+EcExe::EcExe(const char* file, SymbolTable* symbols) {
+  if (init(file, symbols) != 0) exit(1);
+}
+
+int EcExe::init(const char* file, SymbolTable* symbols) {
+  if (NetInterface::init(file, symbols, 0, 0) != 0) return 1;
+  return init_exe();
+}
+
+static ItemEntry* push_entry(ItemEntry* list, EvalItem* item) {
+  return new ItemEntry{item, list, list ? list->index + 1 : 1};
+}
+
+void EcExe::split(Exp* flow, Exp** value, Exp** clock) {
+  if (flow->nature == IF_n && flow->operands[2] == net->nil_exp) {
+    *value = flow->operands[1];
+    *clock = flow->operands[0];
+  } else {
+    *value = flow;
+    *clock = net->true_exp;
+  }
+}
+
+OutputItem* EcExe::new_output_item(EcType* type) {
+  if (type == net->bool_type) return new OUTPUT_bool_EI();
+  if (type == net->int_type) return new OUTPUT_int_EI();
+  if (type == net->real_type) return new OUTPUT_double_EI();
+  return new OUTPUT_extern_EI(type->name);
+}
+
+int EcExe::init_exe() {
+  exe_key = take_a_key();
+  local_items = new EvalItem*[nb_locals + 1]();
+  input_items = new EvalItem*[nb_inputs + 1];
+  for (int i = 0; i < nb_inputs; i++) {
+    input_items[i] = exp_to_eval_item(input_nodes[i]);
+    if (!input_items[i]) return 1;
+  }
+  memory_list = nullptr;
+  constant_list = nullptr;
+
+  output_items = new OutputItem*[nb_outputs + 1];
+  for (int i = 0; i < nb_outputs; i++) {
+    Exp *value, *clock;
+    split(output_nodes[i], &value, &clock);
+    EvalItem* v = exp_to_eval_item(value);
+    if (!v) return 1;
+    EvalItem* c = exp_to_eval_item(clock);
+    if (!c) return 1;
+    OutputItem* o = new_output_item(net->get_ident_info(output_idents[i])->type);
+    o->operands[0] = v;
+    o->operands[1] = c;
+    output_items[i] = o;
+  }
+
+  assertion_items = new OutputItem*[nb_assertions + 1];
+  for (int i = 0; i < nb_assertions; i++) {
+    Exp *value, *clock;
+    split(assertion_nodes[i], &value, &clock);
+    EvalItem* v = exp_to_eval_item(value);
+    if (!v) return 1;
+    EvalItem* c = exp_to_eval_item(clock);
+    if (!c) return 1;
+    if (net->type(value) != net->bool_type) {
+      fprintf(stderr, "Assertions must be boolean expressions");
+      return 1;
+    }
+    OutputItem* a = new OUTPUT_bool_EI();
+    a->operands[0] = v;
+    a->operands[1] = c;
+    assertion_items[i] = a;
+  }
+
+  nb_memories = memory_list ? memory_list->index : 0;
+  memories = new EvalItem*[nb_memories + 1];
+  for (ItemEntry* m = memory_list; m; m = m->next) memories[m->index - 1] = m->item;
+  return 0;
+}
+
+EvalItem* EcExe::exp_to_eval_item(Exp* e) {
+  if (static_cast<unsigned>(e->mark) == exe_key)
+    return static_cast<EvalItem*>(e->get_ptr_info(static_cast<int>(exe_key)));
+  if (e->nature < 0 || e->nature >= NB_EXP_NATURES) {
+    fprintf(stderr, "unexpected operator: %d\n", static_cast<int>(e->nature));
+    return nullptr;
+  }
+  EvalItem* item = new_item(e);
+  if (!item) return nullptr;
+  e->mark = static_cast<int>(exe_key);
+  e->put_info(static_cast<int>(exe_key), item);
+  if (!fill_operands(e, item)) return nullptr;
+  register_locals(e, item);
+  return item;
+}
+
+void EcExe::register_locals(Exp* e, EvalItem* item) {
+  NodeRecord* r = record(e);
+  if (!r) return;
+  for (NodeUse* u = r->locals; u; u = u->next) {
+    int lcl_index = u->number - 1;
+    ECEXE_CHECK(lcl_index >= 0);
+    ECEXE_CHECK(lcl_index < nb_locals);
+    ECEXE_CHECK(local_items[lcl_index] == NULL);
+    local_items[lcl_index] = item;
+  }
+}
+
+bool EcExe::fill_operands(Exp* e, EvalItem* item) {
+  Exp* ops[2];
+  Exp** from = e->operands;
+  int count = e->arity;
+  if (e->nature == LAST_n) {
+    split(e->operands[0], &ops[0], &ops[1]);
+    from = ops;
+    count = 2;
+  } else if (e->nature == CALL_n && e->operands[0]->nature == TUPLE_n) {
+    from = e->operands[0]->operands;
+    count = e->operands[0]->arity;
+  }
+  if (count != item->nb_operands)
+    IError("EcExe::exp_to_eval_item : %s has %d operands, its item %d", nodekey(e->nature),
+           count, item->nb_operands);
+  for (int k = 0; k < count; k++) {
+    item->operands[k] = exp_to_eval_item(from[k]);
+    if (!item->operands[k]) return false;
+  }
+  return true;
+}
+
+// One item class per value type; the extern class takes the type's name.
+template <class B, class I, class D, class X>
+static EvalItem* by_type(Net* net, EcType* t) {
+  if (t == net->bool_type) return new B();
+  if (t == net->int_type) return new I();
+  if (t == net->real_type) return new D();
+  return new X(t->name);
+}
+
+template <class I, class D>
+static EvalItem* int_or_double(Net* net, EcType* t) {
+  if (t == net->int_type) return new I();
+  return new D();
+}
+
+EvalItem* EcExe::new_item(Exp* e) {
+  Exp** op = e->operands;
+  switch (e->nature) {
+    case CONST_n:
+      return new_const_item(e);
+    case INPUT_n: {
+      EcType* t = net->type(e);
+      if (t == net->bool_type) return new INPUT_bool_EI(e->ident);
+      if (t == net->int_type) return new INPUT_int_EI(e->ident);
+      if (t == net->real_type) return new INPUT_double_EI(e->ident);
+      return new INPUT_extern_EI(e->ident, t->name);
+    }
+    case NOT_n:
+      return new NOT_bool_EI();
+    case UMINUS_n:
+      return int_or_double<UMINUS_int_EI, UMINUS_double_EI>(net, net->type(e));
+    case LAST_n: {
+      EvalItem* m = by_type<BLAST_bool_EI, BLAST_int_EI, BLAST_double_EI, BLAST_extern_EI>(
+          net, net->type(e));
+      memory_list = push_entry(memory_list, m);
+      return m;
+    }
+    case INIT_n: {
+      EvalItem* m = new INIT_bool_EI();
+      memory_list = push_entry(memory_list, m);
+      return m;
+    }
+    case AND_n:
+      return new AND_bool_EI();
+    case OR_n:
+      return new OR_bool_EI();
+    case IMPL_n:
+      return new IMPL_bool_EI();
+    case XOR_n:
+      return new NE_bool_EI();
+    case EQUAL_n:
+      return by_type<EQ_bool_EI, EQ_int_EI, EQ_double_EI, EQ_extern_EI>(net, net->type(op[1]));
+    case NEQ_n:
+      return by_type<NE_bool_EI, NE_int_EI, NE_double_EI, NE_extern_EI>(net, net->type(op[1]));
+    case GTE_n:
+      return int_or_double<GE_int_EI, GE_double_EI>(net, net->type(op[0]));
+    case GT_n:
+      return int_or_double<GT_int_EI, GT_double_EI>(net, net->type(op[0]));
+    case LTE_n:
+      return int_or_double<LE_int_EI, LE_double_EI>(net, net->type(op[0]));
+    case LT_n:
+      return int_or_double<LT_int_EI, LT_double_EI>(net, net->type(op[0]));
+    case PLUS_n:
+      return int_or_double<PLUS_int_EI, PLUS_double_EI>(net, net->type(e));
+    case MINUS_n:
+      return int_or_double<MINUS_int_EI, MINUS_double_EI>(net, net->type(e));
+    case TIMES_n:
+      return int_or_double<TIMES_int_EI, TIMES_double_EI>(net, net->type(e));
+    case DIV_n:
+      return new DIV_int_EI();
+    case MOD_n:
+      return new MOD_int_EI();
+    case SLASH_n:
+      return int_or_double<DIV_int_EI, DIV_double_EI>(net, net->type(e));
+    case IF_n:
+      return by_type<COND_bool_EI, COND_int_EI, COND_double_EI, COND_extern_EI>(
+          net, net->type(op[1]));
+    case NOR_n:
+      return new NOR_bool_EI(e->arity);
+    case DIESE_n:
+      return new DIESE_bool_EI(e->arity);
+    case CALL_n:
+      return new_call_item(e);
+    default:
+      fprintf(stderr, "unexpected operator: %s\n", nodekey(e->nature));
+      return nullptr;
+  }
+}
+
+// A declared constant's item: its value is not known here.
+static EvalItem* new_declared_const(Net* net, EcType* t) {
+  if (t == net->bool_type) return new CONST_bool_EI(false);
+  if (t == net->int_type) return new CONST_int_EI(0);
+  if (t == net->real_type) return new CONST_double_EI(0.0);
+  return new CONST_extern_EI(t->name, 0);
+}
+
+EvalItem* EcExe::new_const_item(Exp* e) {
+  if (e == net->true_exp) return new CONST_bool_EI(true);
+  if (e == net->false_exp) return new CONST_bool_EI(false);
+  IdentInfo* info = net->get_ident_info(e->ident);
+  const char* name = net->symbols->text(e->ident);
+  switch (info ? info->mode : INPUT_ID) {
+    case INT_CONST_ID:
+      return new CONST_int_EI(static_cast<int32_t>(info->value.int_value));
+    case REAL_CONST_ID:
+      // Real literals carry single precision only, by design.
+      return new CONST_double_EI(static_cast<double>(info->value.real_value));
+    case CONST_ID: {
+      EvalItem* c = new_declared_const(net, info->type);
+      // Its value is the host's business: nil until a reset defines it.
+      c->status = EI_NIL;
+      c->aux = reinterpret_cast<uintptr_t>(name);
+      constant_list = push_entry(constant_list, c);
+      return c;
+    }
+    default:
+      fprintf(stderr, "unexpected constant '%s'\n", name);
+      return nullptr;
+  }
+}
+
+EvalItem* EcExe::new_call_item(Exp* e) {
+  const char* name = net->symbols->text(e->param);
+  Exp* arg = e->operands[0];
+  EcType* in = net->type(arg);
+  EcType* out = net->type(e);
+  if (arg->nature == TUPLE_n && arg->arity == 2 && net->type(arg->operands[0]) == net->int_type &&
+      net->type(arg->operands[1]) == net->int_type && out == net->int_type &&
+      strcmp(name, "random_int") == 0)
+    return new BFUNC_int_EI(random_int);
+  if (in == net->real_type && out == net->int_type && strcmp(name, "real2int") == 0)
+    return new REAL2INT_int_EI();
+  if (in == net->int_type && out == net->real_type && strcmp(name, "int2real") == 0)
+    return new INT2REAL_double_EI();
+  if (in == net->real_type && out == net->real_type) {
+    UFUNC_double_EI::Function f = find_real_function(name);
+    if (f) return new UFUNC_double_EI(f);
+  }
+  if (in == net->bool_type && out == net->bool_type && strcmp(name, "random_bool") == 0)
+    return new UFUNC_bool_EI(random_bool);
+  fprintf(stderr, "Unsupported function :\n");
+  PtyStream* err = new PtyStream(stderr, 80, nullptr);
+  print_func_decl(e->param, err);
+  err->flush();
+  Error("%s", "");
+}
+
+void EcExe::end_step() {
+  for (ItemEntry* m = memory_list; m; m = m->next) m->item->compute_next(step_key);
+  for (ItemEntry* m = memory_list; m; m = m->next) m->item->rewrite();
+  in_step = 0;
+}
+
+int EcExe::abort_step() {
+  if (!in_step) return 1;
+  step_key--;
+  for (int i = 0; i < nb_assertions; i++) assertion_items[i]->reset_mark(step_key);
+  for (int i = 0; i < nb_outputs; i++) output_items[i]->reset_mark(step_key);
+  in_step = 0;
+  return 0;
+}
+
+void EcExe::reset_history() {
+  for (int i = 0; i < nb_assertions; i++) assertion_items[i]->reset();
+  for (int i = 0; i < nb_outputs; i++) output_items[i]->reset();
+  step_key = 0;
+}

@@ -1,0 +1,77 @@
+// ecexe.h -- the evaluator of an ec program: its normalised network turned
+// into a graph of evaluation items, driven one instant at a time. Invariant:
+// one item per network node (the node's mark under the exe key says it has
+// one), so a node shared by several flows is computed once an instant.
+#ifndef ECEXE_CFILES_ECEXE_H
+#define ECEXE_CFILES_ECEXE_H
+
+#include "ecexe/eval_item.h"
+#include "normalise/net_interface.h"
+
+class OutputItem;
+class SymbolTable;
+
+// A list of items, newest first; an entry's index is 1 + the index of the
+// entry below it, so the head's index is the length.
+struct ItemEntry {
+  EvalItem* item;
+  ItemEntry* next;
+  int index;
+};
+
+class EcExe : public NetInterface {
+ public:
+  // An empty evaluator, to be given a program by init().
+  EcExe();
+  // Reads, normalises and builds the program; any failure ends the process
+  // with status 1.
+  EcExe(const char* file, SymbolTable* symbols);
+
+  // The network interface of `file`, then its items; 0 on success, 1 after
+  // a failure already reported on standard error.
+  int init(const char* file, SymbolTable* symbols);
+  // Builds the items of the inputs, outputs and assertions and, through
+  // them, of every node they depend on. 0 on success, 1 on failure.
+  int init_exe();
+  // The item of node e, built on first request together with its operands;
+  // null when e or one of its operands cannot be evaluated.
+  EvalItem* exp_to_eval_item(Exp* e);
+
+  // Commits every memory for the next instant and closes the instant.
+  void end_step();
+  // Abandons the open instant: the next one reuses its step key, so every
+  // item is computed again from the untouched memories. 1 when no instant
+  // is open.
+  int abort_step();
+  // Back to the first instant: every item reset, step key 0.
+  void reset_history();
+
+  unsigned exe_key = 0;
+  EvalItem** local_items = nullptr;   // nb_locals entries, null when no item
+  EvalItem** input_items = nullptr;   // nb_inputs entries
+  OutputItem** output_items = nullptr;  // nb_outputs entries
+  OutputItem** assertion_items = nullptr;  // nb_assertions entries
+  ItemEntry* memory_list = nullptr;
+  ItemEntry* constant_list = nullptr;
+  EvalItem** memories = nullptr;  // the memory list in creation order
+  int nb_memories = 0;
+  unsigned step_key = 0;  // 0 before the first instant and after a reset
+  int in_step = 0;        // 1 between the opening of an instant and its end
+
+ private:
+  // The value node and the clock node of a flow sampled on a clock: an
+  // IF_n whose else-operand is nil stands for "then-operand when condition";
+  // anything else is always present.
+  void split(Exp* flow, Exp** value, Exp** clock);
+  // The item of a node's nature, without operands; null (after a message)
+  // when the evaluator has none.
+  EvalItem* new_item(Exp* e);
+  EvalItem* new_const_item(Exp* e);
+  EvalItem* new_call_item(Exp* e);
+  // Translates e's operands into item's operand array.
+  bool fill_operands(Exp* e, EvalItem* item);
+  void register_locals(Exp* e, EvalItem* item);
+  OutputItem* new_output_item(EcType* type);
+};
+
+#endif

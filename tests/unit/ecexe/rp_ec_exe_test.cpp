@@ -1,0 +1,206 @@
+// rp_ec_exe_test.cpp -- whole ec programs built by the evaluator and stepped
+// through the reactive program interface, compared with traces worked out
+// by hand from the language's meaning.
+#include "ecexe/rp_ec_exe.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstring>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "ecexe/cfiles/ecexe.h"
+#include "ecexe/eval_terminal.h"
+#include "network/net_fixture.h"
+
+namespace {
+
+// The program of `text`, built; it must load. Never freed, as in the tool.
+RPEcExe* load(const std::string& text) {
+  RPEcExe* p = new RPEcExe();
+  EXPECT_EQ(p->init(nettest::write_temp(text).c_str(), nettest::symbols()), 0) << text;
+  return p;
+}
+
+// Writes one input from its text: T/F for bools, numbers otherwise.
+void set_input(RPEcExe* p, int i, const std::string& v) {
+  void* loc = p->input_loc(i);
+  if (strcmp(p->input_type(i), "real") == 0) *static_cast<double*>(loc) = std::stod(v);
+  else if (v == "T" || v == "F") *static_cast<int*>(loc) = v == "T";
+  else *static_cast<int*>(loc) = std::stoi(v);
+}
+
+std::string show_output(RPEcExe* p, int i) {
+  switch (p->output_status(i)) {
+    case RP_ABSENT: return "-";
+    case RP_NIL: return "nil";
+    case RP_DIVBYZERO: return "div0";
+    default: break;
+  }
+  const char* type = p->output_type(i);
+  if (strcmp(type, "bool") == 0) return *static_cast<int*>(p->output_loc(i)) ? "T" : "F";
+  if (strcmp(type, "int") == 0) return std::to_string(*static_cast<int*>(p->output_loc(i)));
+  char text[32];
+  snprintf(text, sizeof text, "%g", *static_cast<double*>(p->output_loc(i)));
+  return text;
+}
+
+// Steps the program once per row (inputs separated by spaces; "reset"
+// resets the history instead). A row marked "c:" is driven as the panel's
+// "continue step" does: the instant is ended even when it had problems. Each instant prints as its outputs, with
+// "!n" in front when step() reported n problems; instants are separated
+// by " | ".
+std::string run(RPEcExe* p, const std::vector<std::string>& rows) {
+  std::string trace;
+  for (const std::string& row : rows) {
+    if (!trace.empty()) trace += " | ";
+    if (row == "reset") {
+      p->reset_history();
+      trace += "reset";
+      continue;
+    }
+    bool force = row.compare(0, 2, "c:") == 0;
+    std::istringstream in(force ? row.substr(2) : row);
+    std::string v;
+    for (int i = 0; in >> v; i++) set_input(p, i, v);
+    int problems;
+    if (force) {
+      p->init_step();
+      problems = p->eval_outputs();
+      p->end_step();
+    } else {
+      problems = p->step();
+    }
+    if (problems) trace += "!" + std::to_string(problems) + " ";
+    for (int i = 0; i < p->nb_outputs(); i++) trace += (i ? " " : "") + show_output(p, i);
+  }
+  return trace;
+}
+
+}  // namespace
+
+TEST(RPEcExeTest, InterfaceNamesTypesAndCounts) {
+  RPEcExe* p = load(
+      "node io(b: bool; n: int; r: real) returns (x: real; y: bool);\n"
+      "var k: int; l: int;\n"
+      "let k = n + 1; l = n; x = r * 2.0; y = b and k > 0; assert b or not b; tel.\n");
+  EXPECT_STREQ(p->name(), "io");
+  ASSERT_EQ(p->nb_inputs(), 3);
+  EXPECT_STREQ(p->input_ident(1), "n");
+  EXPECT_STREQ(p->input_type(0), "bool");
+  EXPECT_STREQ(p->input_type(2), "real");
+  EXPECT_STREQ(p->output_type(0), "real");
+  EXPECT_EQ(p->nb_assertions(), 1);
+  // l is only a name for the input n: no item, so no local of its own.
+  ASSERT_EQ(p->nb_locals(), 1);
+  EXPECT_STREQ(p->local_ident(0), "k");
+  EXPECT_EQ(p->allows_eval_outputs(), 1);
+  EXPECT_EQ(run(p, {"T 4 1.5", "F -1 0.25"}), "3 T | 0.5 F");
+  EXPECT_EQ(*static_cast<int*>(p->local_loc(0)), 0);
+  EXPECT_EQ(p->local_status(0), RP_DEFINED);
+}
+
+TEST(RPEcExeTest, ProgramsFollowHandTraces) {
+  struct Case {
+    const char* program;
+    std::vector<std::string> rows;
+    const char* trace;
+  } cases[] = {
+      // A counter with reset: -> picks the first instant, pre the last.
+      {"node c(tick, reset: bool) returns (n: int);\n"
+       "let n = (if tick then 1 else 0) -> if reset then 0 else pre n + (if tick then 1 else 0);"
+       " tel.\n",
+       {"T F", "T F", "F F", "T T", "T F", "reset", "F F"},
+       "1 | 2 | 2 | 0 | 1 | reset | 0"},
+      // A rising edge: false at the first instant.
+      {"node e(x: bool) returns (up: bool);\nlet up = false -> x and not pre x; tel.\n",
+       {"T", "T", "F", "T"},
+       "F | F | F | T"},
+      // A sum on clock c, -> taking c's own first instant; current holds it
+      // between, and the sampled output is absent where c is false.
+      {"node s(c: bool; x: int) returns (y: int; (v: int) when c);\n"
+       "var (w: int) when c;\n"
+       "let w = (x when c) -> pre w + (x when c); y = current w; v = w; tel.\n",
+       {"F 9", "T 1", "F 5", "T 2", "F 7", "T 4"},
+       "!1 nil - | 1 1 | 1 - | 3 3 | 3 - | 7 7"},
+      // Memories in a cycle: a two-state toggle through two pres.
+      {"node t(go: bool) returns (a, b: bool);\n"
+       "let a = true -> if go then pre b else pre a; b = false -> if go then pre a else pre b;"
+       " tel.\n",
+       {"F", "T", "T", "F", "T"},
+       "T F | F T | T F | T F | F T"},
+      // Nil at the first instant, and the three-valued operators around it.
+      {"node n(x: bool) returns (p: bool; q, r, s, t: bool; u: int);\n"
+       "let p = pre x; q = false and pre x; r = pre x or true; s = pre x => true;"
+       " t = false => pre x; u = if pre x then 1 else 2; tel.\n",
+       {"c:T", "F"},
+       "!2 nil F T T T nil | T F T T T 1"},
+      // Division: a zero divisor is reported; nil divided by zero stays nil;
+      // div truncates towards zero and mod follows it.
+      {"node d(x, y: int) returns (q, m, z: int);\n"
+       "let q = x div y; m = x mod y; z = pre x div 0; tel.\n",
+       {"c:7 2", "c:-7 2", "1 0"},
+       "!1 3 1 nil | !1 -3 -1 div0 | !3 div0 div0 div0"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(run(load(c.program), c.rows), c.trace) << c.program;
+}
+
+TEST(RPEcExeTest, AFailedInstantLeavesTheMemories) {
+  RPEcExe* p = load(
+      "node a(x: int) returns (s: int);\nlet s = x -> pre s + x; assert x <> 3; tel.\n");
+  // The instant with x = 3 breaks the assertion: its sum 4 is dropped and the
+  // next instant adds to 1 again.
+  EXPECT_EQ(run(p, {"1", "3", "2", "reset", "5"}), "1 | !1 4 | 3 | reset | 5");
+  EXPECT_EQ(p->assert_status(0), RP_DEFINED);
+  run(p, {"3"});
+  EXPECT_EQ(p->assert_status(0), RP_FALSE);
+}
+
+TEST(RPEcExeTest, AbandonedInstantIsComputedAgain) {
+  RPEcExe* p = load("node a(x: int) returns (s: int);\nlet s = x -> pre s + x; tel.\n");
+  EcExe* exe = p->exe;
+  EXPECT_EQ(exe->abort_step(), 1);  // no instant open
+  run(p, {"1"});
+  p->init_step();
+  *static_cast<int*>(p->input_loc(0)) = 10;
+  EXPECT_EQ(p->eval_outputs(), 0);
+  EXPECT_EQ(exe->abort_step(), 0);
+  // Same key again, yet the new input is seen: every mark fell back.
+  EXPECT_EQ(run(p, {"2"}), "3");
+  EXPECT_EQ(exe->step_key, 2u);
+}
+
+TEST(RPEcExeTest, StatusesOfAssertionsAndOutputs) {
+  RPEcExe* p = load(
+      "node s(c: bool; x: int) returns ((y: int) when c);\n"
+      "let y = x when c; assert (x div 0) = 1; tel.\n");
+  // The assertion divides by zero: reported as nil. The absent output is
+  // no problem of its own.
+  EXPECT_EQ(run(p, {"F 1"}), "!1 -");
+  EXPECT_EQ(p->assert_status(0), RP_NIL);
+  EXPECT_EQ(p->output_status(0), RP_ABSENT);
+}
+
+TEST(RPEcExeTest, SharedNodesGetOneItem) {
+  RPEcExe* p = load(
+      "node m(a, b: bool) returns (x, y: bool; r: real);\n"
+      "let x = a and b; y = b and a; r = 0.1; tel.\n");
+  EXPECT_EQ(p->exe->output_items[0]->operand(0), p->exe->output_items[1]->operand(0));
+  run(p, {"T F"});
+  // Real literals are kept in single precision.
+  EXPECT_EQ(*static_cast<double*>(p->output_loc(2)), 0.10000000149011612);
+}
+
+TEST(RPEcExeDeathTest, UnsupportedFunctionStopsTheLoad) {
+  std::string path = nettest::write_temp(
+      "function hypot(a: real; b: real) returns (c: real);\n"
+      "node f(x: real) returns (y: real);\nlet y = hypot(x, x); tel.\n");
+  EXPECT_EXIT(RPEcExe().init(path.c_str(), nettest::symbols()), ::testing::ExitedWithCode(1),
+              R"(^Unsupported function :
+function hypot\(a: real; b: real\) returns \(c: real\);
+.* Error :
+
+$)");
+}
