@@ -39,6 +39,26 @@ IntList* append_list(IntList*& list, int v) {
   return list->concat(node);
 }
 
+IntList* IntList::push(IntList* list, int v) {
+  IntList* node = new IntList(v);
+  node->next = list;
+  if (list) node->length = list->length + 1;
+  return node;
+}
+
+IntList* IntList::reverse(IntList* list) {
+  IntList* reversed = nullptr;
+  int length = 0;
+  while (list) {
+    IntList* next = list->next;
+    list->next = reversed;
+    list->length = ++length;
+    reversed = list;
+    list = next;
+  }
+  return reversed;
+}
+
 bool operator==(IntList& a, IntList& b) {
   if (a.length != b.length) return false;
   for (IntList *x = &a, *y = &b; x; x = x->next, y = y->next)

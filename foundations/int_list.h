@@ -19,6 +19,12 @@ class IntList {
   // The list on standard output, ten values a line; must not be empty.
   void print();
 
+  // A node holding v in front of `list` (which may be null): the new head.
+  static IntList* push(IntList* list, int v);
+  // The same nodes relinked in the opposite order, lengths recounted: the
+  // new head. A list built by push() comes back in the order of the pushes.
+  static IntList* reverse(IntList* list);
+
   int value;
   int length;
   IntList* next;

@@ -58,11 +58,6 @@ int InternText(char* text) {
 
 int TrueKey() { return net->true_key; }
 
-IntList* AppendKey(IntList* list, int key) {
-  append_list(list, key);
-  return list;
-}
-
 void FreeIntList(IntList* l) { delete_chain(l); }
 
 /* ------------------------------------------------------------ declarations */

@@ -36,7 +36,6 @@ int EcParse(Net* n, SymbolTable* s, const char* path);
 /* Texts and keys. The texts come from the lexer and are freed here. */
 int InternText(char* text);
 int TrueKey();
-IntList* AppendKey(IntList* list, int key);
 
 /* Declarations. Names are declared in list order; the lists are freed. */
 void AddUserConsts(IntList* names, int type, int clock);

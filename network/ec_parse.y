@@ -45,7 +45,7 @@ struct ParamList;
 %token VAR 292 WHEN 293 XOR 294 POWER 295
 
 %type <key> name type predefined_type named_type clock
-%type <keys> ident_list
+%type <keys> ident_list names_backwards
 %type <exp> exp constant call
 %type <exps> exp_list exp_tuple
 %type <params> params param_list param
@@ -218,9 +218,13 @@ statement : ASSERT exp ';'                  { AddAssertion($2); }
           | '(' ident_list ')' '=' exp ';'  { DefineTuple($2, $5); }
           ;
 
-ident_list : name                { $$ = AppendKey(nullptr, $1); }
-           | ident_list ',' name { $$ = AppendKey($1, $3); }
-           ;
+/* Names are pushed at the head as they come, which keeps every node's
+ * length right at no cost, and put back in order once the list is whole. */
+ident_list : names_backwards { $$ = IntList::reverse($1); } ;
+
+names_backwards : name                     { $$ = IntList::push(nullptr, $1); }
+                | names_backwards ',' name { $$ = IntList::push($1, $3); }
+                ;
 
 /* --------------------------------------------------------- expressions */
 

@@ -16,7 +16,11 @@ Net::~Net() = default;
 void Net::NetInit(SymbolTable* s) {
   symbols = s;
   node_name = 0;
-  inputs = outputs = locals = asserts = consts = funcs = procs = usr_types = nullptr;
+  inputs.clear();
+  outputs.clear();
+  locals.clear();
+  asserts.clear();
+  consts = funcs = procs = usr_types = nullptr;
   nb_inputs = nb_outputs = nb_locals = nb_asserts = 0;
   nb_usr_types = nb_consts = nb_funcs = nb_procs = 0;
   types = nullptr;
@@ -167,37 +171,35 @@ void Net::add_usr_unsafe_proc(int key, EcType* in, EcType* out, IntList* ins, In
 void Net::add_input(int key, EcType* t, int clk) {
   IdentInfo* info = new_ident(INPUT_ID, key, t, clk);
   info->def = info->ref = new Exp(INPUT_n, key, t, clk);
-  append_list(inputs, key);
+  inputs.append(key);
   info->index = nb_inputs++;
 }
 
 void Net::add_output(int key, EcType* t, int clk, int at_front) {
   IdentInfo* info = new_ident(OUTPUT_ID, key, t, clk);
   info->ref = new Exp(ECREF_n, key, t, clk);
-  if (at_front) {
-    IntList* head = new IntList(key);
-    outputs = IntList::append(head, outputs);
-  } else {
-    append_list(outputs, key);
-  }
+  if (at_front)
+    outputs.prepend(key);
+  else
+    outputs.append(key);
   info->index = nb_outputs++;
 }
 
 void Net::add_local(int key, EcType* t, int clk) {
   IdentInfo* info = new_ident(LOCAL_ID, key, t, clk);
   info->ref = new Exp(ECREF_n, key, t, clk);
-  append_list(locals, key);
+  locals.append(key);
   info->index = nb_locals++;
 }
 
 void Net::add_assertion(Exp* e) {
-  int key = symbols->add("__assert_%d", asserts ? asserts->length : 0);
+  int key = symbols->add("__assert_%d", asserts.length());
   IdentInfo* info = new_ident(ASSERT_ID, key, bool_type, -1);
   info->def = e;
   info->clock = clock(e);
   e->clock = info->clock;
   e->type = bool_type;
-  append_list(asserts, key);
+  asserts.append(key);
   nb_asserts++;
 }
 

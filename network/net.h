@@ -5,6 +5,7 @@
 #ifndef NETWORK_NET_H
 #define NETWORK_NET_H
 
+#include "foundations/key_list.h"
 #include "network/ec_type.h"
 #include "network/exp.h"
 #include "network/ident_info.h"
@@ -93,11 +94,12 @@ class Net {
   int node_name = 0;
   SymbolInfoArray* idents = nullptr;
 
-  // Keys in declaration order.
-  IntList* inputs = nullptr;
-  IntList* outputs = nullptr;
-  IntList* locals = nullptr;
-  IntList* asserts = nullptr;
+  // Keys in declaration order. The variables' lists grow with the program,
+  // one key per declaration: read them through list().
+  KeyList inputs;
+  KeyList outputs;
+  KeyList locals;
+  KeyList asserts;
   IntList* consts = nullptr;  // user and enumeration constants
   IntList* funcs = nullptr;
   IntList* procs = nullptr;

@@ -160,7 +160,7 @@ void Net::print_decls(PtyStream* out) {
 
 void Net::print_equations(PtyStream* out) {
   std::set<IntList*> tuples_done;
-  IntList* lists[2] = {outputs, locals};
+  IntList* lists[2] = {outputs.list(), locals.list()};
   for (IntList* list : lists) {
     for (IntList* k = list; k; k = k->next) {
       IdentInfo* info = get_ident_info(k->value);
@@ -179,7 +179,7 @@ void Net::print_equations(PtyStream* out) {
       out->put(";");
     }
   }
-  for (IntList* k = asserts; k; k = k->next) {
+  for (IntList* k = asserts.list(); k; k = k->next) {
     out->put("\nassert ");
     print_exp(out, get_ident_info(k->value)->def);
     out->put(";");
@@ -190,13 +190,13 @@ void Net::print_ec(PtyStream* out) {
   print_decls(out);
   if (!node_name) return;
   out->put("node %s(", symbols->text(node_name));
-  print_vars(out, inputs);
+  print_vars(out, inputs.list());
   out->put(") returns (");
-  print_vars(out, outputs);
+  print_vars(out, outputs.list());
   out->put(");\n");
-  if (locals) {
+  if (locals.length()) {
     out->put("var ");
-    print_vars(out, locals);
+    print_vars(out, locals.list());
     out->put(";\n");
   }
   out->put("let");

@@ -87,10 +87,10 @@ int NetInterface::init(const char* file, SymbolTable* symbols, int opt_a, int op
   }
   net->build();
   allocate();
-  for (IntList* l = net->inputs; l; l = l->next) add_input(net->norm(l->value), l->value);
-  for (IntList* l = net->outputs; l; l = l->next) add_output(net->norm(l->value), l->value);
-  for (IntList* l = net->asserts; l; l = l->next) add_assert(net->norm(l->value));
-  for (IntList* l = net->locals; l; l = l->next) {
+  for (IntList* l = net->inputs.list(); l; l = l->next) add_input(net->norm(l->value), l->value);
+  for (IntList* l = net->outputs.list(); l; l = l->next) add_output(net->norm(l->value), l->value);
+  for (IntList* l = net->asserts.list(); l; l = l->next) add_assert(net->norm(l->value));
+  for (IntList* l = net->locals.list(); l; l = l->next) {
     Exp* node = net->norm(l->value);
     // A local sampled on a slower clock is listed by its value.
     if (node->nature == IF_n && node->operands[2] == net->nil_exp) node = node->operands[1];

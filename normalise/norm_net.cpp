@@ -228,9 +228,9 @@ void NormNet::normalise() {
   clock_table.assign(size, nullptr);
   impl_table.assign(size, nullptr);
   normal_table.assign(size, nullptr);
-  for (IntList* l = outputs; l; l = l->next) normalise(l->value);
-  for (IntList* l = locals; l; l = l->next) normalise(l->value);
-  for (IntList* l = asserts; l; l = l->next) normalise(l->value);
+  for (IntList* l = outputs.list(); l; l = l->next) normalise(l->value);
+  for (IntList* l = locals.list(); l; l = l->next) normalise(l->value);
+  for (IntList* l = asserts.list(); l; l = l->next) normalise(l->value);
 }
 
 Exp* NormNet::through_ref(Exp* e) {

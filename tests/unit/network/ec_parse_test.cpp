@@ -118,12 +118,12 @@ TEST(EcParseTest, DeclarationsOfEveryForm) {
   int int_pair[] = {key("int"), key("int")};
   EXPECT_EQ(net->get_func_info(key("f"))->in_type, net->define_type(int_pair, 2));
 
-  EXPECT_EQ(keys_of(net->inputs), (std::vector<int>{key("c"), key("x"), key("y"), key("z"), key("t")}));
+  EXPECT_EQ(keys_of(net->inputs.list()), (std::vector<int>{key("c"), key("x"), key("y"), key("z"), key("t")}));
   EXPECT_EQ(info(net, "z")->clock, key("c"));
   EXPECT_EQ(info(net, "z")->index, 3);
   EXPECT_EQ(info(net, "c")->clock, net->true_key);
-  EXPECT_EQ(keys_of(net->outputs), (std::vector<int>{key("o"), key("p"), key("col")}));
-  EXPECT_EQ(keys_of(net->locals), (std::vector<int>{key("l1"), key("l2"), key("l3"), key("m")}));
+  EXPECT_EQ(keys_of(net->outputs.list()), (std::vector<int>{key("o"), key("p"), key("col")}));
+  EXPECT_EQ(keys_of(net->locals.list()), (std::vector<int>{key("l1"), key("l2"), key("l3"), key("m")}));
   EXPECT_EQ(info(net, "m")->clock, key("c"));
 
   // (p, l3) = g(z): projections 1 and 2 of one call, with the names' types.

@@ -87,10 +87,10 @@ TEST(NetPrintTest, EveryTestProgramReparsesToTheSameNetwork) {
     EXPECT_EQ(first->node_name, second->node_name);
     EXPECT_EQ(keys_of(first->usr_types), keys_of(second->usr_types));
     expect_same_idents(first, second, first->consts, second->consts, "constants");
-    expect_same_idents(first, second, first->inputs, second->inputs, "inputs");
-    expect_same_idents(first, second, first->outputs, second->outputs, "outputs");
-    expect_same_idents(first, second, first->locals, second->locals, "locals");
-    expect_same_idents(first, second, first->asserts, second->asserts, "assertions");
+    expect_same_idents(first, second, first->inputs.list(), second->inputs.list(), "inputs");
+    expect_same_idents(first, second, first->outputs.list(), second->outputs.list(), "outputs");
+    expect_same_idents(first, second, first->locals.list(), second->locals.list(), "locals");
+    expect_same_idents(first, second, first->asserts.list(), second->asserts.list(), "assertions");
     expect_same_functions(first, second, first->funcs, second->funcs);
     expect_same_functions(first, second, first->procs, second->procs);
     // Printing is a fixed point after one round.

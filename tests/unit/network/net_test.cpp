@@ -72,7 +72,7 @@ TEST(NetTest, VariablesAndAssertions) {
   net->add_output(key("o1"), net->int_type, net->true_key, 0);
   net->add_output(key("o2"), net->int_type, net->true_key, 1);
   net->add_local(key("l"), net->bool_type, key("i"));
-  EXPECT_EQ(keys_of(net->outputs), (std::vector<int>{key("o2"), key("o1")}));
+  EXPECT_EQ(keys_of(net->outputs.list()), (std::vector<int>{key("o2"), key("o1")}));
   EXPECT_EQ(info(net, "o2")->index, 1);
   EXPECT_EQ(info(net, "o1")->def, nullptr);
   EXPECT_EQ(info(net, "o1")->ref->nature, ECREF_n);
@@ -82,7 +82,7 @@ TEST(NetTest, VariablesAndAssertions) {
   Exp* a1 = make_exp(NOT_n, info(net, "l")->ref);
   net->add_assertion(a0);
   net->add_assertion(a1);
-  EXPECT_EQ(keys_of(net->asserts), (std::vector<int>{key("__assert_0"), key("__assert_1")}));
+  EXPECT_EQ(keys_of(net->asserts.list()), (std::vector<int>{key("__assert_0"), key("__assert_1")}));
   EXPECT_EQ(info(net, "__assert_1")->clock, key("i"));
   EXPECT_EQ(a1->clock, key("i"));
   EXPECT_EQ(a1->type, net->bool_type);
