@@ -1,11 +1,13 @@
 // norm_minimize.cpp -- minimisation of the normalised network: the node list
-// is partitioned into classes of bisimilar nodes by iterated splitting, then
-// one shared representative is built per class. Invariant during splitting:
-// a node's `mark` is its class number; a number above the class count marks
-// a node just moved out of the class being split.
+// is partitioned into classes of bisimilar nodes (by refinement, or by the
+// iterated splitting that checks it), then one shared representative is
+// built per class. Invariant during splitting: a node's `mark` is its class
+// number; a number above the class count marks a node just moved out of the
+// class being split.
 #include "normalise/norm_net.h"
 
 #include "foundations/errors.h"
+#include "normalise/norm_refine.h"
 
 void NormNet::build() {
   Verbose("start normalisation ... ");
@@ -57,6 +59,15 @@ void NormNet::init_classes() {
 }
 
 void NormNet::minimize() {
+  Verbose("start minimal network generation .");
+  NormRefinement(this).refine();
+  Verbose(" done (%d -> %d nodes)\n", nb_nodes, nb_classes);
+}
+
+// The same classes by splitting each class against its first member until
+// a whole pass splits nothing: simple, but every split costs a rescan of
+// the classes. Kept to check the refinement against.
+void NormNet::minimize_by_splitting() {
   Verbose("start minimal network generation .");
   init_classes();
   bool changed = false;

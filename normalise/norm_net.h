@@ -64,7 +64,11 @@ class NormNet : public Net {
   Exp* norm(int v);
 
   /* Minimisation. */
+  // The classes of bisimilar nodes, by partition refinement (near-linear).
   void minimize();
+  // The same classes by splitting classes against their first member until
+  // nothing splits (quadratic): the reference the refinement is tested on.
+  void minimize_by_splitting();
   void no_minimize();
   void init_classes();
   // Splits class k against its first member; 1 when a class was made.
@@ -78,6 +82,8 @@ class NormNet : public Net {
 
   // The representative of class c (1-based); null before build().
   Exp* representative(int c) const;
+  // The order in which normalisation built a node (from 1).
+  int serial(const Exp* e) const { return e->get_int_info(serial_key); }
   // The clock identifier a normalised node was built on.
   int norm_clock(const Exp* e) const { return e->get_int_info(min_key); }
   // The members of class c (1-based), in list order.
