@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <unordered_map>
 
 #include "network/ec_parse.h"
 
@@ -45,7 +46,6 @@ struct Keyword {
   bool keeps_text;
 };
 
-// Searched in this order.
 const Keyword Keywords[] = {
     {"and", EC_AND, false},         {"assert", EC_ASSERT, false},
     {"bool", EC_BOOL, true},        {"const", EC_CONST, false},
@@ -113,11 +113,16 @@ int lex_number() {
 // word -> (letter | '_') { letter | digit | '_' }
 int lex_word() {
   while (carcour != EOF && (isalnum(carcour) || carcour == '_')) take();
-  for (const Keyword& k : Keywords) {
-    if (lexeme != k.text) continue;
-    return k.keeps_text ? with_text(k.code) : k.code;
-  }
-  return with_text(EC_XIdf);
+  // Every word is looked up: a table rather than a comparison per keyword.
+  static const std::unordered_map<std::string, const Keyword*> by_text = [] {
+    std::unordered_map<std::string, const Keyword*> table;
+    for (const Keyword& k : Keywords) table.emplace(k.text, &k);
+    return table;
+  }();
+  auto found = by_text.find(lexeme);
+  if (found == by_text.end()) return with_text(EC_XIdf);
+  const Keyword& k = *found->second;
+  return k.keeps_text ? with_text(k.code) : k.code;
 }
 
 // "(*" was read, its '*' being the lookahead: that '*' may close the comment.

@@ -35,14 +35,17 @@ SymbolInfoArray::~SymbolInfoArray() {
 }
 
 SymbolInfo*& SymbolInfoArray::operator[](int i) {
-  SymbolInfoArray* chunk = this;
-  while (i >= chunk->chunk_size) {
-    // Going past a chunk uses it up to its end.
-    chunk->max_used = chunk->chunk_size - 1;
-    if (!chunk->next) chunk->next = new SymbolInfoArray(chunk_size, chunk->base + chunk_size);
-    i -= chunk_size;
-    chunk = chunk->next;
+  int k = i / chunk_size;
+  if (chunks.empty()) chunks.push_back(this);
+  while (static_cast<int>(chunks.size()) <= k) {
+    SymbolInfoArray* last = chunks.back();
+    last->next = new SymbolInfoArray(chunk_size, last->base + chunk_size);
+    chunks.push_back(last->next);
   }
+  // Going past a chunk uses it up to its end.
+  for (; passed < k; passed++) chunks[passed]->max_used = chunk_size - 1;
+  SymbolInfoArray* chunk = chunks[k];
+  i -= k * chunk_size;
   if (i > chunk->max_used) chunk->max_used = i;
   return chunk->slots[i];
 }

@@ -4,6 +4,8 @@
 #ifndef NETWORK_IDENT_INFO_H
 #define NETWORK_IDENT_INFO_H
 
+#include <vector>
+
 #include <cstdint>
 
 class EcType;
@@ -78,7 +80,9 @@ class SymbolInfoArray {
   SymbolInfoArray& operator=(const SymbolInfoArray&) = delete;
   ~SymbolInfoArray();
 
-  // Slot i, creating the chunks up to it.
+  // Slot i, creating the chunks up to it. Constant time: the first chunk
+  // keeps every chunk in a directory, so a large program's keys do not walk
+  // the chain.
   SymbolInfo*& operator[](int i);
   // Slots up to and including the highest one used.
   int size() const;
@@ -89,6 +93,10 @@ class SymbolInfoArray {
   int max_used;  // highest slot used in this chunk, -1 when none
   int base;
   SymbolInfoArray* next;
+  // In the first chunk: the chain's chunks in order, and how many leading
+  // ones were gone past (those count as used up to their end).
+  std::vector<SymbolInfoArray*> chunks;
+  int passed = 0;
 };
 
 #endif
