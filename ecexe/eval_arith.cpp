@@ -17,51 +17,51 @@ double right_real(const EvalItem* item) { return item->operand(1)->value.d; }
 
 }  // namespace
 
-void PLUS_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void PLUS_int_EI::combine() {
+  if (!strict()) return;
   value.i = wrap32(left_int(this) + right_int(this));
 }
 
-void PLUS_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void PLUS_double_EI::combine() {
+  if (!strict()) return;
   value.d = left_real(this) + right_real(this);
 }
 
-void MINUS_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void MINUS_int_EI::combine() {
+  if (!strict()) return;
   value.i = wrap32(left_int(this) - right_int(this));
 }
 
-void MINUS_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void MINUS_double_EI::combine() {
+  if (!strict()) return;
   value.d = left_real(this) - right_real(this);
 }
 
-void TIMES_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void TIMES_int_EI::combine() {
+  if (!strict()) return;
   value.i = wrap32(left_int(this) * right_int(this));
 }
 
-void TIMES_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void TIMES_double_EI::combine() {
+  if (!strict()) return;
   value.d = left_real(this) * right_real(this);
 }
 
-void UMINUS_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void UMINUS_int_EI::combine() {
+  if (!strict()) return;
   value.i = wrap32(-left_int(this));
 }
 
-void UMINUS_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void UMINUS_double_EI::combine() {
+  if (!strict()) return;
   value.d = -left_real(this);
 }
 
 // In 64 bits, INT_MIN / -1 is 2^31 and folds back to INT_MIN; C++ integer
 // division already truncates toward zero and gives the remainder the sign
 // of the dividend.
-void DIV_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void DIV_int_EI::combine() {
+  if (!strict()) return;
   if (right_int(this) == 0) {
     status = EI_DIVBYZERO;
     return;
@@ -69,8 +69,8 @@ void DIV_int_EI::compute(unsigned key) {
   value.i = wrap32(left_int(this) / right_int(this));
 }
 
-void DIV_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void DIV_double_EI::combine() {
+  if (!strict()) return;
   if (right_real(this) == 0.0) {
     status = EI_DIVBYZERO;
     return;
@@ -78,8 +78,8 @@ void DIV_double_EI::compute(unsigned key) {
   value.d = left_real(this) / right_real(this);
 }
 
-void MOD_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void MOD_int_EI::combine() {
+  if (!strict()) return;
   if (right_int(this) == 0) {
     status = EI_DIVBYZERO;
     return;
@@ -87,55 +87,55 @@ void MOD_int_EI::compute(unsigned key) {
   value.i = wrap32(left_int(this) % right_int(this));
 }
 
-void LT_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void LT_int_EI::combine() {
+  if (!strict()) return;
   value.i = left_int(this) < right_int(this);
 }
 
-void LT_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void LT_double_EI::combine() {
+  if (!strict()) return;
   value.i = left_real(this) < right_real(this);
 }
 
-void LE_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void LE_int_EI::combine() {
+  if (!strict()) return;
   value.i = left_int(this) <= right_int(this);
 }
 
-void LE_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void LE_double_EI::combine() {
+  if (!strict()) return;
   value.i = left_real(this) <= right_real(this);
 }
 
-void GT_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void GT_int_EI::combine() {
+  if (!strict()) return;
   value.i = left_int(this) > right_int(this);
 }
 
-void GT_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void GT_double_EI::combine() {
+  if (!strict()) return;
   value.i = left_real(this) > right_real(this);
 }
 
-void GE_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void GE_int_EI::combine() {
+  if (!strict()) return;
   value.i = left_int(this) >= right_int(this);
 }
 
-void GE_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void GE_double_EI::combine() {
+  if (!strict()) return;
   value.i = left_real(this) >= right_real(this);
 }
 
-void INT2REAL_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void INT2REAL_double_EI::combine() {
+  if (!strict()) return;
   value.d = static_cast<double>(left_int(this));
 }
 
 // The bounds are exclusive and exact in double: everything strictly between
 // them truncates to a 32-bit int. The negated test also catches NaN.
-void REAL2INT_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void REAL2INT_int_EI::combine() {
+  if (!strict()) return;
   double r = left_real(this);
   if (!(r > -2147483649.0 && r < 2147483648.0)) {
     value.i = INT32_MIN;

@@ -12,49 +12,57 @@
 class PLUS_int_EI : public EvalItem {
  public:
   PLUS_int_EI() : EvalItem(EI_int, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class PLUS_double_EI : public EvalItem {
  public:
   PLUS_double_EI() : EvalItem(EI_double, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class MINUS_int_EI : public EvalItem {
  public:
   MINUS_int_EI() : EvalItem(EI_int, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class MINUS_double_EI : public EvalItem {
  public:
   MINUS_double_EI() : EvalItem(EI_double, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class TIMES_int_EI : public EvalItem {
  public:
   TIMES_int_EI() : EvalItem(EI_int, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class TIMES_double_EI : public EvalItem {
  public:
   TIMES_double_EI() : EvalItem(EI_double, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class UMINUS_int_EI : public EvalItem {
  public:
   UMINUS_int_EI() : EvalItem(EI_int, 1) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class UMINUS_double_EI : public EvalItem {
  public:
   UMINUS_double_EI() : EvalItem(EI_double, 1) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 // Quotient truncated toward zero. A zero divisor gives status divbyzero, but
@@ -63,14 +71,16 @@ class UMINUS_double_EI : public EvalItem {
 class DIV_int_EI : public EvalItem {
  public:
   DIV_int_EI() : EvalItem(EI_int, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 // IEEE quotient; a divisor equal to 0.0 (either sign) gives divbyzero.
 class DIV_double_EI : public EvalItem {
  public:
   DIV_double_EI() : EvalItem(EI_double, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 // Remainder with the sign of the dividend; divbyzero as for DIV_int_EI.
@@ -78,7 +88,8 @@ class DIV_double_EI : public EvalItem {
 class MOD_int_EI : public EvalItem {
  public:
   MOD_int_EI() : EvalItem(EI_int, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 // The orderings yield bool; ints compare signed, reals as IEEE (false
@@ -87,56 +98,65 @@ class MOD_int_EI : public EvalItem {
 class LT_int_EI : public EvalItem {
  public:
   LT_int_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class LT_double_EI : public EvalItem {
  public:
   LT_double_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class LE_int_EI : public EvalItem {
  public:
   LE_int_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class LE_double_EI : public EvalItem {
  public:
   LE_double_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class GT_int_EI : public EvalItem {
  public:
   GT_int_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class GT_double_EI : public EvalItem {
  public:
   GT_double_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class GE_int_EI : public EvalItem {
  public:
   GE_int_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class GE_double_EI : public EvalItem {
  public:
   GE_double_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 // The int operand converted exactly to real.
 class INT2REAL_double_EI : public EvalItem {
  public:
   INT2REAL_double_EI() : EvalItem(EI_double, 1) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 // The real operand truncated toward zero. A real outside the 32-bit range,
@@ -144,7 +164,8 @@ class INT2REAL_double_EI : public EvalItem {
 class REAL2INT_int_EI : public EvalItem {
  public:
   REAL2INT_int_EI() : EvalItem(EI_int, 1) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 #endif

@@ -8,24 +8,24 @@
 #include <cstdlib>
 #include <cstring>
 
-void UFUNC_bool_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void UFUNC_bool_EI::combine() {
+  if (!strict()) return;
   value.i = function(operand(0)->value.i) != 0;
 }
 
-void UFUNC_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void UFUNC_double_EI::combine() {
+  if (!strict()) return;
   value.d = function(operand(0)->value.d);
 }
 
-void BFUNC_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void BFUNC_int_EI::combine() {
+  if (!strict()) return;
   long r = function(operand(0)->value.i, operand(1)->value.i);
   value.i = static_cast<int32_t>(static_cast<uint32_t>(r));
 }
 
-void BFUNC_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void BFUNC_double_EI::combine() {
+  if (!strict()) return;
   value.d = function(operand(0)->value.d, operand(1)->value.d);
 }
 

@@ -13,7 +13,8 @@ class UFUNC_bool_EI : public EvalItem {
   using Function = int (*)(int);
   explicit UFUNC_bool_EI(Function f) : EvalItem(EI_bool, 1), function(f) {}
   // The result is normalised to 0 or 1.
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
   const Function function;
 };
 
@@ -22,7 +23,8 @@ class UFUNC_double_EI : public EvalItem {
  public:
   using Function = double (*)(double);
   explicit UFUNC_double_EI(Function f) : EvalItem(EI_double, 1), function(f) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
   const Function function;
 };
 
@@ -32,7 +34,8 @@ class BFUNC_int_EI : public EvalItem {
  public:
   using Function = long (*)(long, long);
   explicit BFUNC_int_EI(Function f) : EvalItem(EI_int, 2), function(f) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
   const Function function;
 };
 
@@ -41,7 +44,8 @@ class BFUNC_double_EI : public EvalItem {
  public:
   using Function = double (*)(double, double);
   explicit BFUNC_double_EI(Function f) : EvalItem(EI_double, 2), function(f) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
   const Function function;
 };
 

@@ -29,6 +29,8 @@ void EvalItem::local_reset() {}
 
 void EvalItem::compute(unsigned) { Error("EvalItem::compute is only virtual\n"); }
 
+void EvalItem::combine() { Error("EvalItem::combine is only virtual\n"); }
+
 void EvalItem::compute_next(unsigned) { Error("EvalItem::compute_next only virtual\n"); }
 
 void EvalItem::rewrite() { Error("EvalItem::rewrite only virtual\n"); }
@@ -63,10 +65,6 @@ int EvalItem::demand_operands(unsigned key) {
   return s;
 }
 
-bool EvalItem::operands_defined(unsigned key) {
-  status = demand_operands(key);
-  return status == EI_DEFINED;
-}
 
 void EvalItem::copy_from(const EvalItem* from) {
   status = from->status;

@@ -53,6 +53,12 @@ class EvalItem {
   virtual void compute_next(unsigned key);
   // Memories only: commits the memory for the next instant. The base is fatal.
   virtual void rewrite();
+  // compute() without the demand: combines the operands as they stand,
+  // which must all be computed for the instant already. Every class's
+  // compute() demands its operands (a memory: none) and then combines, so
+  // a caller that computes operands first can call this instead and save
+  // the demand. The base is fatal.
+  virtual void combine();
   // Non-zero when the item has no value at this instant because its clock
   // is false (only outputs can be). The base returns 0.
   virtual int is_bottom();
@@ -100,10 +106,19 @@ class EvalItem {
  protected:
   // Demands every operand for `key` and returns the OR of their statuses.
   int demand_operands(unsigned key);
-  // The strict combination: demands every operand; status := OR of their
-  // statuses. True when all are defined, i.e. when the caller must now
-  // compute the value; otherwise the value keeps what it held.
-  bool operands_defined(unsigned key);
+  // The OR of the operands' statuses, as they stand.
+  int operands_status() const {
+    int s = EI_DEFINED;
+    for (int k = 0; k < nb_operands; k++) s |= operands[k]->status;
+    return s;
+  }
+  // The strict rule on operands as they stand: status := OR of theirs. True
+  // when all are defined, i.e. when the caller must now compute the value;
+  // otherwise the value keeps what it held.
+  bool strict() {
+    status = operands_status();
+    return status == EI_DEFINED;
+  }
   // Takes value and status from `from` (a defined item gives its value; a
   // nil or divbyzero one only its status).
   void copy_from(const EvalItem* from);

@@ -16,48 +16,48 @@ bool holds(const EvalItem* operand, bool truth) {
 
 }  // namespace
 
-void EQ_bool_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void EQ_bool_EI::combine() {
+  if (!strict()) return;
   value.i = left(this)->is_true() == right(this)->is_true();
 }
 
-void EQ_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void EQ_int_EI::combine() {
+  if (!strict()) return;
   value.i = left(this)->value.i == right(this)->value.i;
 }
 
-void EQ_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void EQ_double_EI::combine() {
+  if (!strict()) return;
   value.i = left(this)->value.d == right(this)->value.d;
 }
 
-void EQ_extern_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void EQ_extern_EI::combine() {
+  if (!strict()) return;
   value.i = left(this)->value.x == right(this)->value.x;
 }
 
-void NE_bool_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void NE_bool_EI::combine() {
+  if (!strict()) return;
   value.i = left(this)->is_true() != right(this)->is_true();
 }
 
-void NE_int_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void NE_int_EI::combine() {
+  if (!strict()) return;
   value.i = left(this)->value.i != right(this)->value.i;
 }
 
-void NE_double_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void NE_double_EI::combine() {
+  if (!strict()) return;
   value.i = left(this)->value.d != right(this)->value.d;
 }
 
-void NE_extern_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void NE_extern_EI::combine() {
+  if (!strict()) return;
   value.i = left(this)->value.x != right(this)->value.x;
 }
 
-void AND_bool_EI::compute(unsigned key) {
-  int s = demand_operands(key);
+void AND_bool_EI::combine() {
+  int s = operands_status();
   if (holds(left(this), false) || holds(right(this), false)) {
     value.i = 0;
     status = EI_DEFINED;
@@ -67,8 +67,8 @@ void AND_bool_EI::compute(unsigned key) {
   if (s == EI_DEFINED) value.i = 1;
 }
 
-void OR_bool_EI::compute(unsigned key) {
-  int s = demand_operands(key);
+void OR_bool_EI::combine() {
+  int s = operands_status();
   if (holds(left(this), true) || holds(right(this), true)) {
     value.i = 1;
     status = EI_DEFINED;
@@ -78,8 +78,8 @@ void OR_bool_EI::compute(unsigned key) {
   if (s == EI_DEFINED) value.i = 0;
 }
 
-void IMPL_bool_EI::compute(unsigned key) {
-  int s = demand_operands(key);
+void IMPL_bool_EI::combine() {
+  int s = operands_status();
   if (holds(left(this), false) || holds(right(this), true)) {
     value.i = 1;
     status = EI_DEFINED;
@@ -89,8 +89,8 @@ void IMPL_bool_EI::compute(unsigned key) {
   if (s == EI_DEFINED) value.i = 0;
 }
 
-void NOT_bool_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void NOT_bool_EI::combine() {
+  if (!strict()) return;
   value.i = !left(this)->is_true();
 }
 
@@ -105,18 +105,18 @@ int count_true(const EvalItem* item) {
 
 }  // namespace
 
-void DIESE_bool_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void DIESE_bool_EI::combine() {
+  if (!strict()) return;
   value.i = count_true(this) <= 1;
 }
 
-void NOR_bool_EI::compute(unsigned key) {
-  if (!operands_defined(key)) return;
+void NOR_bool_EI::combine() {
+  if (!strict()) return;
   value.i = count_true(this) == 0;
 }
 
-void CondItem::compute(unsigned key) {
-  demand_operands(key);
+void CondItem::combine() {
+  operands_status();
   const EvalItem* cond = operand(0);
   if (!cond->is_defined()) {
     status = cond->status;

@@ -13,26 +13,30 @@
 class EQ_bool_EI : public EvalItem {
  public:
   EQ_bool_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class EQ_int_EI : public EvalItem {
  public:
   EQ_int_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class EQ_double_EI : public EvalItem {
  public:
   EQ_double_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 // `type_name`: the symbol of the operands' extern type.
 class EQ_extern_EI : public EvalItem {
  public:
   explicit EQ_extern_EI(int type_name) : EvalItem(EI_bool, 2), type_name(type_name) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
   int extern_type_name() override { return type_name; }
   const int type_name;
 };
@@ -40,25 +44,29 @@ class EQ_extern_EI : public EvalItem {
 class NE_bool_EI : public EvalItem {
  public:
   NE_bool_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class NE_int_EI : public EvalItem {
  public:
   NE_int_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class NE_double_EI : public EvalItem {
  public:
   NE_double_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class NE_extern_EI : public EvalItem {
  public:
   explicit NE_extern_EI(int type_name) : EvalItem(EI_bool, 2), type_name(type_name) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
   int extern_type_name() override { return type_name; }
   const int type_name;
 };
@@ -69,27 +77,31 @@ class NE_extern_EI : public EvalItem {
 class AND_bool_EI : public EvalItem {
  public:
   AND_bool_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 // Dual of AND: a defined true operand decides.
 class OR_bool_EI : public EvalItem {
  public:
   OR_bool_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 // a => b: a defined false premise or a defined true conclusion decides.
 class IMPL_bool_EI : public EvalItem {
  public:
   IMPL_bool_EI() : EvalItem(EI_bool, 2) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class NOT_bool_EI : public EvalItem {
  public:
   NOT_bool_EI() : EvalItem(EI_bool, 1) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 // Over any number of operands (true when there are none): DIESE is true
@@ -98,13 +110,15 @@ class NOT_bool_EI : public EvalItem {
 class DIESE_bool_EI : public EvalItem {
  public:
   explicit DIESE_bool_EI(int nb_operands) : EvalItem(EI_bool, nb_operands) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 class NOR_bool_EI : public EvalItem {
  public:
   explicit NOR_bool_EI(int nb_operands) : EvalItem(EI_bool, nb_operands) {}
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 };
 
 // if-then-else, operands 0 condition, 1 then, 2 else. An undefined
@@ -112,7 +126,8 @@ class NOR_bool_EI : public EvalItem {
 // status, the other branch's status being ignored.
 class CondItem : public EvalItem {
  public:
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 
  protected:
   explicit CondItem(EvalItemType type) : EvalItem(type, 3) {}

@@ -6,7 +6,7 @@
 
 void BlastItem::local_reset() { memorised_status = EI_NIL; }
 
-void BlastItem::compute(unsigned) {
+void BlastItem::combine() {
   status = memorised_status;
   if (memorised_status == EI_DEFINED) value = memorised_value;
 }
@@ -27,7 +27,7 @@ void BlastItem::rewrite() {
 
 void INIT_bool_EI::local_reset() { first_instant = 1; }
 
-void INIT_bool_EI::compute(unsigned) {
+void INIT_bool_EI::combine() {
   value.i = first_instant;
   status = EI_DEFINED;
 }

@@ -17,7 +17,8 @@ class BlastItem : public EvalItem {
   void local_reset() override;
   // Yields the memorised status and, when that is defined, the memorised
   // value.
-  void compute(unsigned key) override;
+  void compute(unsigned) override { combine(); }
+  void combine() override;
   // Demands the expression, then the clock.
   void compute_next(unsigned key) override;
   // Memorises the expression when the clock is true; a clock that is not
@@ -62,7 +63,8 @@ class INIT_bool_EI : public EvalItem {
  public:
   INIT_bool_EI() : EvalItem(EI_bool, 1), first_instant(1) {}
   void local_reset() override;
-  void compute(unsigned key) override;
+  void compute(unsigned) override { combine(); }
+  void combine() override;
   // Demands the clock; a clock that is not defined ends the process.
   void compute_next(unsigned key) override;
   // Lowers the flag when the item was last computed true and the clock is

@@ -4,12 +4,12 @@
 
 void ConstItem::local_reset() { status = EI_DEFINED; }
 
-void ConstItem::compute(unsigned) {}
+void ConstItem::combine() {}
 
-void InputItem::compute(unsigned) { status = EI_DEFINED; }
+void InputItem::combine() { status = EI_DEFINED; }
 
-void OutputItem::compute(unsigned key) {
-  demand_operands(key);
+void OutputItem::combine() {
+  operands_status();
   const EvalItem* clock = operand(1);
   check_clock(clock);
   if (!clock->is_true()) {

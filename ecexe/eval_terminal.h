@@ -15,7 +15,8 @@
 class ConstItem : public EvalItem {
  public:
   void local_reset() override;
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
 
  protected:
   explicit ConstItem(EvalItemType type) : EvalItem(type, 0) { status = EI_DEFINED; }
@@ -50,7 +51,8 @@ class CONST_extern_EI : public ConstItem {
 // `ident` is the symbol of the input's name.
 class InputItem : public EvalItem {
  public:
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
   const int ident;
 
  protected:
@@ -85,7 +87,8 @@ class INPUT_extern_EI : public InputItem {
 // ends the process ("clock takes on nil").
 class OutputItem : public EvalItem {
  public:
-  void compute(unsigned key) override;
+  void compute(unsigned key) override { demand_operands(key); combine(); }
+  void combine() override;
   int is_bottom() override { return absent; }
   int absent;
 

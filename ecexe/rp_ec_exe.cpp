@@ -72,16 +72,24 @@ void RPEcExe::end_step() { exe->end_step(); }
 
 void RPEcExe::reset_history() { exe->reset_history(); }
 
+// The outcome of a present item's status.
+static int status_outcome(int status) {
+  if (status & EI_DIVBYZERO) return DIVBYZERO_OUTCOME;
+  if (status != EI_DEFINED) return UNDEFINED_OUTCOME;
+  return DEFINED_OUTCOME;
+}
+
+// Only output items can be absent: a local's item, built from a network
+// node, never is, which spares the locals a virtual call each instant.
 int RPEcExe::value_outcome(EvalItem* item) {
   if (item->is_bottom()) return ABSENT_OUTCOME;
-  if (item->status & EI_DIVBYZERO) return DIVBYZERO_OUTCOME;
-  if (item->status != EI_DEFINED) return UNDEFINED_OUTCOME;
-  return DEFINED_OUTCOME;
+  return status_outcome(item->status);
 }
 
 int RPEcExe::eval_outputs() {
   unsigned key = exe->step_key;
   int problems = 0;
+  exe->compute_outputs(key);
   for (int i = 0; i < exe->nb_assertions; i++) {
     OutputItem* a = exe->assertion_items[i];
     EvalItem::demand(a, key);
@@ -111,7 +119,7 @@ int RPEcExe::eval_outputs() {
   // keeps what the last instant that computed it left.
   for (int i = 0; i < exe->nb_locals; i++) {
     EvalItem* l = exe->local_items[i];
-    local_statuses[i] = status_codes[l ? value_outcome(l) : ABSENT_OUTCOME];
+    local_statuses[i] = status_codes[l ? status_outcome(l->status) : ABSENT_OUTCOME];
   }
   return problems;
 }

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <unordered_set>
+#include <utility>
 
 #include "ecexe/eval_arith.h"
 #include "ecexe/eval_func.h"
@@ -107,7 +109,70 @@ int EcExe::init_exe() {
   nb_memories = memory_list ? memory_list->index : 0;
   memories = new EvalItem*[nb_memories + 1];
   for (ItemEntry* m = memory_list; m; m = m->next) memories[m->index - 1] = m->item;
+  build_schedules();
   return 0;
+}
+
+namespace {
+
+// Lists items in the order the demand rule computes them: an item after
+// every operand its compute() demands. A memory's compute() demands
+// nothing, so it closes the cycles that pass through it.
+class Scheduler {
+ public:
+  explicit Scheduler(ItemEntry* memories) {
+    for (ItemEntry* m = memories; m; m = m->next) memory.insert(m->item);
+  }
+
+  // Adds what demanding `root` would compute, unless already listed.
+  void demand(EvalItem* root, std::vector<EvalItem*>& out) {
+    if (!seen.insert(root).second) return;
+    std::vector<std::pair<EvalItem*, int>> stack{{root, 0}};
+    while (!stack.empty()) {
+      EvalItem* item = stack.back().first;
+      int& k = stack.back().second;
+      if (memory.count(item) || k == item->nb_operands) {
+        out.push_back(item);
+        stack.pop_back();
+        continue;
+      }
+      EvalItem* operand = item->operands[k++];
+      if (seen.insert(operand).second) stack.push_back({operand, 0});
+    }
+  }
+
+ private:
+  std::unordered_set<EvalItem*> memory;
+  std::unordered_set<EvalItem*> seen;
+};
+
+}  // namespace
+
+void EcExe::build_schedules() {
+  Scheduler scheduler(memory_list);
+  for (int i = 0; i < nb_assertions; i++) scheduler.demand(assertion_items[i], output_schedule);
+  for (int i = 0; i < nb_outputs; i++) scheduler.demand(output_items[i], output_schedule);
+  // At the end of an instant each memory, newest first, demands its
+  // operands in order.
+  for (ItemEntry* m = memory_list; m; m = m->next)
+    for (int k = 0; k < m->item->nb_operands; k++)
+      scheduler.demand(m->item->operands[k], memory_schedule);
+}
+
+namespace {
+
+// The demand rule for an item whose operands are computed already.
+inline void combine_once(EvalItem* item, unsigned key) {
+  if (item->mark == key) return;
+  item->mark = key;
+  item->combine();
+}
+
+}  // namespace
+
+void EcExe::compute_outputs(unsigned key) {
+  for (EvalItem* item : output_schedule) combine_once(item, key);
+  outputs_key = key;
 }
 
 EvalItem* EcExe::exp_to_eval_item(Exp* e) {
@@ -309,6 +374,12 @@ EvalItem* EcExe::new_call_item(Exp* e) {
 }
 
 void EcExe::end_step() {
+  // The memory schedule counts on the outputs' items being computed: when
+  // they were not, each item demands what it needs.
+  if (outputs_key == step_key)
+    for (EvalItem* item : memory_schedule) combine_once(item, step_key);
+  else
+    for (EvalItem* item : memory_schedule) EvalItem::demand(item, step_key);
   for (ItemEntry* m = memory_list; m; m = m->next) m->item->compute_next(step_key);
   for (ItemEntry* m = memory_list; m; m = m->next) m->item->rewrite();
   in_step = 0;

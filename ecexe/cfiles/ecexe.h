@@ -5,6 +5,8 @@
 #ifndef ECEXE_CFILES_ECEXE_H
 #define ECEXE_CFILES_ECEXE_H
 
+#include <vector>
+
 #include "ecexe/eval_item.h"
 #include "normalise/net_interface.h"
 
@@ -37,6 +39,9 @@ class EcExe : public NetInterface {
   // null when e or one of its operands cannot be evaluated.
   EvalItem* exp_to_eval_item(Exp* e);
 
+  // Computes, for instant `key`, what the assertions and outputs need, in
+  // the order demanding them would (assertions, then outputs).
+  void compute_outputs(unsigned key);
   // Commits every memory for the next instant and closes the instant.
   void end_step();
   // Abandons the open instant: the next one reuses its step key, so every
@@ -58,6 +63,17 @@ class EcExe : public NetInterface {
   unsigned step_key = 0;  // 0 before the first instant and after a reset
   int in_step = 0;        // 1 between the opening of an instant and its end
 
+  // The items in the order demand reaches them, operands first: what the
+  // assertions and outputs need, then what the memories read at the end of
+  // an instant and the outputs did not need. Going down a schedule with the
+  // demand rule computes exactly what demanding the tops would, in the same
+  // order, but without recursion and without each item demanding its
+  // operands again: they are computed when their user is, however deep the
+  // graph.
+  std::vector<EvalItem*> output_schedule;
+  std::vector<EvalItem*> memory_schedule;
+  unsigned outputs_key = 0;  // the instant compute_outputs() last ran for
+
  private:
   // The value node and the clock node of a flow sampled on a clock: an
   // IF_n whose else-operand is nil stands for "then-operand when condition";
@@ -72,6 +88,7 @@ class EcExe : public NetInterface {
   bool fill_operands(Exp* e, EvalItem* item);
   void register_locals(Exp* e, EvalItem* item);
   OutputItem* new_output_item(EcType* type);
+  void build_schedules();
 };
 
 #endif
