@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <vector>
 
 #include "foundations/errors.h"
 
@@ -42,18 +43,30 @@ int EvalItem::extern_type_name() {
   return -1;
 }
 
+// Both walks keep their own stack: a graph may chain as many items as the
+// program has equations.
 void EvalItem::reset() {
-  if (mark == 0) return;
-  status = EI_NIL;
-  mark = 0;
-  local_reset();
-  for (int k = 0; k < nb_operands; k++) operands[k]->reset();
+  std::vector<EvalItem*> stack{this};
+  while (!stack.empty()) {
+    EvalItem* item = stack.back();
+    stack.pop_back();
+    if (item->mark == 0) continue;
+    item->status = EI_NIL;
+    item->mark = 0;
+    item->local_reset();
+    for (int k = item->nb_operands - 1; k >= 0; k--) stack.push_back(item->operands[k]);
+  }
 }
 
 void EvalItem::reset_mark(unsigned key) {
-  if (mark == key) return;
-  mark = key;
-  for (int k = 0; k < nb_operands; k++) operands[k]->reset_mark(key);
+  std::vector<EvalItem*> stack{this};
+  while (!stack.empty()) {
+    EvalItem* item = stack.back();
+    stack.pop_back();
+    if (item->mark == key) continue;
+    item->mark = key;
+    for (int k = item->nb_operands - 1; k >= 0; k--) stack.push_back(item->operands[k]);
+  }
 }
 
 int EvalItem::demand_operands(unsigned key) {

@@ -4,9 +4,12 @@
 // through a memory finds the item already there instead of recursing.
 #include "ecexe/cfiles/ecexe.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <typeinfo>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -15,6 +18,7 @@
 #include "ecexe/eval_logic.h"
 #include "ecexe/eval_memory.h"
 #include "ecexe/eval_terminal.h"
+#include "foundations/deep_stack.h"
 #include "foundations/errors.h"
 #include "foundations/pty_stream.h"
 #include "foundations/symbol_table.h"
@@ -38,8 +42,13 @@ EcExe::EcExe(const char* file, SymbolTable* symbols) {
 }
 
 int EcExe::init(const char* file, SymbolTable* symbols) {
-  if (NetInterface::init(file, symbols, 0, 0) != 0) return 1;
-  return init_exe();
+  // Every pass of the load recurses along the program's chains of
+  // definitions, as deep as they go.
+  int result = 1;
+  run_on_deep_stack([&] {
+    if (NetInterface::init(file, symbols, 0, 0) == 0) result = init_exe();
+  });
+  return result;
 }
 
 static ItemEntry* push_entry(ItemEntry* list, EvalItem* item) {
@@ -124,6 +133,18 @@ class Scheduler {
     for (ItemEntry* m = memories; m; m = m->next) memory.insert(m->item);
   }
 
+  // Reorders a schedule so that items of one class and one depth come
+  // together: the processor then predicts each call to the next combine(),
+  // where in demand order nearly every call goes somewhere else. Operands
+  // still come before their users, as the depth grows along every operand.
+  void group(std::vector<EvalItem*>& schedule) {
+    std::stable_sort(schedule.begin(), schedule.end(), [&](EvalItem* a, EvalItem* b) {
+      int la = level[a], lb = level[b];
+      if (la != lb) return la < lb;
+      return typeid(*a).before(typeid(*b));
+    });
+  }
+
   // Adds what demanding `root` would compute, unless already listed.
   void demand(EvalItem* root, std::vector<EvalItem*>& out) {
     if (!seen.insert(root).second) return;
@@ -133,6 +154,7 @@ class Scheduler {
       int& k = stack.back().second;
       if (memory.count(item) || k == item->nb_operands) {
         out.push_back(item);
+        level[item] = depth(item);
         stack.pop_back();
         continue;
       }
@@ -142,8 +164,20 @@ class Scheduler {
   }
 
  private:
+  // A memory's compute() reads no operand: it starts a chain.
+  int depth(EvalItem* item) {
+    if (memory.count(item)) return 0;
+    int d = 0;
+    for (int k = 0; k < item->nb_operands; k++) {
+      auto found = level.find(item->operands[k]);
+      if (found != level.end() && found->second + 1 > d) d = found->second + 1;
+    }
+    return d;
+  }
+
   std::unordered_set<EvalItem*> memory;
   std::unordered_set<EvalItem*> seen;
+  std::unordered_map<EvalItem*, int> level;  // depth of a listed item
 };
 
 }  // namespace
@@ -157,6 +191,11 @@ void EcExe::build_schedules() {
   for (ItemEntry* m = memory_list; m; m = m->next)
     for (int k = 0; k < m->item->nb_operands; k++)
       scheduler.demand(m->item->operands[k], memory_schedule);
+  // Random functions draw in the order items are computed: only without
+  // them is any order that computes operands first the same.
+  if (draws_random) return;
+  scheduler.group(output_schedule);
+  scheduler.group(memory_schedule);
 }
 
 namespace {
@@ -354,8 +393,10 @@ EvalItem* EcExe::new_call_item(Exp* e) {
   EcType* out = net->type(e);
   if (arg->nature == TUPLE_n && arg->arity == 2 && net->type(arg->operands[0]) == net->int_type &&
       net->type(arg->operands[1]) == net->int_type && out == net->int_type &&
-      strcmp(name, "random_int") == 0)
+      strcmp(name, "random_int") == 0) {
+    draws_random = true;
     return new BFUNC_int_EI(random_int);
+  }
   if (in == net->real_type && out == net->int_type && strcmp(name, "real2int") == 0)
     return new REAL2INT_int_EI();
   if (in == net->int_type && out == net->real_type && strcmp(name, "int2real") == 0)
@@ -364,8 +405,10 @@ EvalItem* EcExe::new_call_item(Exp* e) {
     UFUNC_double_EI::Function f = find_real_function(name);
     if (f) return new UFUNC_double_EI(f);
   }
-  if (in == net->bool_type && out == net->bool_type && strcmp(name, "random_bool") == 0)
+  if (in == net->bool_type && out == net->bool_type && strcmp(name, "random_bool") == 0) {
+    draws_random = true;
     return new UFUNC_bool_EI(random_bool);
+  }
   fprintf(stderr, "Unsupported function :\n");
   PtyStream* err = new PtyStream(stderr, 80, nullptr);
   print_func_decl(e->param, err);
