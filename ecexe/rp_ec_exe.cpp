@@ -3,6 +3,8 @@
 // items' value fields, statuses from the items' outcomes.
 #include "ecexe/rp_ec_exe.h"
 
+#include <unordered_set>
+
 #include "ecexe/cfiles/ecexe.h"
 #include "ecexe/eval_terminal.h"
 #include "foundations/symbol_table.h"
@@ -26,6 +28,12 @@ int RPEcExe::init(const char* file, SymbolTable* table) {
   output_statuses = new int[exe->nb_outputs + 1]();
   assertion_statuses = new int[exe->nb_assertions + 1]();
   local_statuses = new int[exe->nb_locals + 1]();
+  std::unordered_set<EvalItem*> needed(exe->output_schedule.begin(), exe->output_schedule.end());
+  held.assign(exe->nb_locals, 0);
+  for (int i = 0; i < exe->nb_locals; i++) {
+    held[i] = needed.count(exe->local_items[i]) != 0;
+    (held[i] ? held_locals : read_locals).push_back(i);
+  }
   return 0;
 }
 
@@ -59,7 +67,10 @@ void* RPEcExe::local_loc(int i) { return location(exe->local_items[i]); }
 
 int RPEcExe::output_status(int i) { return output_statuses[i]; }
 int RPEcExe::assert_status(int i) { return assertion_statuses[i]; }
-int RPEcExe::local_status(int i) { return local_statuses[i]; }
+int RPEcExe::local_status(int i) {
+  if (pending && held[i]) return local_code(i);
+  return local_statuses[i];
+}
 
 int RPEcExe::allows_eval_outputs() { return 1; }
 
@@ -68,15 +79,34 @@ void RPEcExe::init_step() {
   exe->step_key++;
 }
 
-void RPEcExe::end_step() { exe->end_step(); }
+void RPEcExe::end_step() {
+  // An instant whose outputs were not computed computes what the memories
+  // need by demand, which may reach the held locals' items.
+  if (exe->outputs_key != exe->step_key) settle_locals();
+  exe->end_step();
+}
 
-void RPEcExe::reset_history() { exe->reset_history(); }
+void RPEcExe::reset_history() {
+  settle_locals();
+  exe->reset_history();
+}
+
+void RPEcExe::settle_locals() {
+  if (!pending) return;
+  for (int i : held_locals) local_statuses[i] = local_code(i);
+  pending = false;
+}
 
 // The outcome of a present item's status.
 static int status_outcome(int status) {
   if (status & EI_DIVBYZERO) return DIVBYZERO_OUTCOME;
   if (status != EI_DEFINED) return UNDEFINED_OUTCOME;
   return DEFINED_OUTCOME;
+}
+
+int RPEcExe::local_code(int i) {
+  EvalItem* l = exe->local_items[i];
+  return status_codes[l ? status_outcome(l->status) : ABSENT_OUTCOME];
 }
 
 // Only output items can be absent: a local's item, built from a network
@@ -117,10 +147,8 @@ int RPEcExe::eval_outputs() {
   }
   // Locals are read as they stand: one that nothing needed this instant
   // keeps what the last instant that computed it left.
-  for (int i = 0; i < exe->nb_locals; i++) {
-    EvalItem* l = exe->local_items[i];
-    local_statuses[i] = status_codes[l ? status_outcome(l->status) : ABSENT_OUTCOME];
-  }
+  for (int i : read_locals) local_statuses[i] = local_code(i);
+  pending = true;
   return problems;
 }
 

@@ -5,6 +5,8 @@
 #ifndef ECEXE_RP_EC_EXE_H
 #define ECEXE_RP_EC_EXE_H
 
+#include <vector>
+
 #include "ecexe/rp_exe.h"
 
 class EcExe;
@@ -62,6 +64,21 @@ class RPEcExe : public RPExe {
   int* status_codes = nullptr;
 
  private:
+  // A local's status is what its item held at the last eval_outputs(). The
+  // items the outputs need keep that status until the next instant's
+  // outputs are computed or the history is reset, so those locals are read
+  // only when asked for (most programs have a local per equation, and
+  // reading them all would cost each instant more than computing them):
+  // `held` lists them, true in `pending` until their statuses are copied.
+  // The others, whose items the end of the instant may compute again, are
+  // read by eval_outputs() itself.
+  void settle_locals();
+  int local_code(int i);
+  std::vector<int> held_locals;
+  std::vector<int> read_locals;
+  std::vector<char> held;
+  bool pending = false;
+
   const char* text(int symbol);
   const char* type_name(Exp* node);
   // The outcome of a computed output or local: absent, undefined,
