@@ -12,6 +12,7 @@ StringTape::~StringTape() {
 void StringTape::init(int nb) {
   nb_buckets = nb;
   buckets = new STapeHashItem*[nb]();
+  chain_length.assign(nb, 0);
   page = new STapePage(nullptr);
   room = STapePage::ROOM;
   cursor = page->data;
@@ -35,16 +36,9 @@ unsigned StringTape::hash_code(const char* text) const {
   return sum % static_cast<unsigned>(nb_buckets);
 }
 
-STapeHashItem* StringTape::lookup(unsigned h, const char* text, int* walked) const {
-  int k = 0;
-  for (STapeHashItem* item = buckets[h]; item; item = item->next, k++) {
-    if (strcmp(item->text, text) == 0) {
-      *walked = k;
-      return item;
-    }
-  }
-  *walked = k;
-  return nullptr;
+STapeHashItem* StringTape::lookup(const char* text) const {
+  auto found = by_text.find(text);
+  return found == by_text.end() ? nullptr : found->second;
 }
 
 char* StringTape::place(const char* text, int n) {
@@ -60,22 +54,27 @@ char* StringTape::place(const char* text, int n) {
   return where;
 }
 
+// A text that is absent would have been looked for along its whole bucket.
 STapeHashItem* StringTape::internal_add(const char* text) {
+  if (STapeHashItem* found = lookup(text)) return found;
   unsigned h = hash_code(text);
-  int k;
-  if (STapeHashItem* found = lookup(h, text, &k)) return found;
+  int k = chain_length[h];
   if (k == 0) nb_used_buckets++;
   if (k > max_chain) max_chain = k + 1;
   char* copy = place(text, static_cast<int>(strlen(text)) + 1);
   nb_strings++;
   buckets[h] = new STapeHashItem(copy, nb_strings, buckets[h]);
+  chain_length[h]++;
+  by_text.emplace(copy, buckets[h]);
   return buckets[h];
 }
 
 STapeHashItem* StringTape::internal_find(const char* text) {
-  int k;
-  STapeHashItem* found = lookup(hash_code(text), text, &k);
-  if (!found && k > max_chain) max_chain = k + 1;
+  STapeHashItem* found = lookup(text);
+  if (!found) {
+    int k = chain_length[hash_code(text)];
+    if (k > max_chain) max_chain = k + 1;
+  }
   return found;
 }
 

@@ -5,6 +5,9 @@
 #define FOUNDATIONS_STRING_TAPE_H
 
 #include <cstdio>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
 
 // A page of the tape: a link to the previously filled page and the data.
 struct STapePage {
@@ -49,13 +52,18 @@ class StringTape {
   int room_left() const { return room; }
 
  private:
-  // Walks bucket h for `text`, counting the items passed into *walked.
-  STapeHashItem* lookup(unsigned h, const char* text, int* walked) const;
+  // The item holding `text`, or null.
+  STapeHashItem* lookup(const char* text) const;
   // Copies `text` (n bytes with its terminator) into the tape.
   char* place(const char* text, int n);
 
   STapeHashItem** buckets = nullptr;
   int nb_buckets = 0;
+  // The buckets' lengths, and every item by its text: the buckets keep the
+  // statistics, but a large program has so many texts per bucket that
+  // walking them for each identifier made reading quadratic.
+  std::vector<int> chain_length;
+  std::unordered_map<std::string_view, STapeHashItem*> by_text;
   int nb_strings = 0;
   int nb_used_buckets = 0;
   // Raised only when a chain longer than it is walked, and then to one more

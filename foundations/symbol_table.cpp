@@ -1,6 +1,8 @@
 // symbol_table.cpp -- texts interned once and numbered densely from 1.
 #include "foundations/symbol_table.h"
 
+#include <cstring>
+
 StringArray::Chunk::Chunk(int sz, int b)
     : entries(new const char*[sz]()), size(sz), next(nullptr), max_used(-1), base(b) {}
 
@@ -14,13 +16,17 @@ StringArray::StringArray(int chunk_size) : head(new Chunk(chunk_size, 0)) {}
 StringArray::~StringArray() { delete head; }
 
 const char*& StringArray::at(int p) {
-  Chunk* c = head;
-  while (p >= c->size) {
-    c->max_used = c->size - 1;
-    p -= c->size;
-    if (!c->next) c->next = new Chunk(c->size, c->base + c->size);
-    c = c->next;
+  int k = p / head->size;
+  if (chunks.empty()) chunks.push_back(head);
+  while (static_cast<int>(chunks.size()) <= k) {
+    Chunk* last = chunks.back();
+    last->next = new Chunk(last->size, last->base + last->size);
+    chunks.push_back(last->next);
   }
+  // Going past a chunk uses it up to its end.
+  for (; passed < k; passed++) chunks[passed]->max_used = chunks[passed]->size - 1;
+  Chunk* c = chunks[k];
+  p -= k * c->size;
   if (c->max_used < p) c->max_used = p;
   return c->entries[p];
 }
@@ -48,6 +54,14 @@ int SymbolTable::add(const char* fmt, ...) {
   char buffer[10240];
   va_list ap;
   va_start(ap, fmt);
+  if (fmt[0] == '%' && fmt[1] == 's' && fmt[2] == 0) {
+    // A plain text, the parsers' every identifier: no formatting needed
+    // when it fits the buffer that formatting would cut it to.
+    const char* text = va_arg(ap, const char*);
+    va_end(ap);
+    if (strlen(text) < sizeof buffer) return register_text(text);
+    return add("%.*s", static_cast<int>(sizeof buffer - 1), text);
+  }
   vsnprintf(buffer, sizeof buffer, fmt, ap);
   va_end(ap);
   return register_text(buffer);

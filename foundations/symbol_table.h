@@ -4,6 +4,8 @@
 #ifndef FOUNDATIONS_SYMBOL_TABLE_H
 #define FOUNDATIONS_SYMBOL_TABLE_H
 
+#include <vector>
+
 #include <cstdarg>
 #include <cstdio>
 
@@ -30,13 +32,16 @@ class StringArray {
   StringArray& operator=(const StringArray&) = delete;
   ~StringArray();
 
-  // The slot at position p, appending chunks as needed.
+  // The slot at position p, appending chunks as needed. Constant time: the
+  // chunks are also kept in a directory.
   const char*& at(int p);
   int nb_chunks() const;
   const Chunk* first() const { return head; }
 
  private:
   Chunk* head;
+  std::vector<Chunk*> chunks;  // the chain, in order
+  int passed = 0;              // leading chunks gone past, used up to their end
 };
 
 class SymbolTable {
