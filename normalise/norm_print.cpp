@@ -34,6 +34,11 @@ std::vector<Exp*> norm_walk(const NetInterface* ni) {
   return order;
 }
 
+// The text of a symbol, "?" for a key that names none (0 or unset -1).
+static const char* name(SymbolTable* symbols, int key) {
+  return key > 0 && key <= symbols->size() ? symbols->text(key) : "?";
+}
+
 // The numbers of a node's list of outputs or locals, lowest first (the list
 // holds the newest first).
 static std::vector<int> use_numbers(const NodeUse* uses) {
@@ -50,15 +55,15 @@ static void print_uses(PtyStream* out, const NetInterface* ni, Exp* e) {
   SymbolTable* symbols = ni->net->symbols;
   const char* sep = " : ";
   if (r->input) {
-    out->put("%sinput %d '%s'", sep, r->input, symbols->text(ni->input_idents[r->input - 1]));
+    out->put("%sinput %d '%s'", sep, r->input, name(symbols, ni->input_idents[r->input - 1]));
     sep = ", ";
   }
   for (int k : use_numbers(r->outputs)) {
-    out->put("%soutput %d '%s'", sep, k, symbols->text(ni->output_idents[k - 1]));
+    out->put("%soutput %d '%s'", sep, k, name(symbols, ni->output_idents[k - 1]));
     sep = ", ";
   }
   for (int k : use_numbers(r->locals)) {
-    out->put("%slocal %d '%s'", sep, k, symbols->text(ni->local_idents[k - 1]));
+    out->put("%slocal %d '%s'", sep, k, name(symbols, ni->local_idents[k - 1]));
     sep = ", ";
   }
   if (r->assertion) out->put("%sassertion %d", sep, r->assertion);
@@ -72,28 +77,28 @@ void print_norm_net(PtyStream* out, const NetInterface* ni) {
   for (Exp* e : order)
     if (!e->is_leaf()) number.emplace(e, static_cast<int>(number.size()) + 1);
 
-  out->put("node %s", net->node_name ? symbols->text(net->node_name) : "?");
+  out->put("node %s", name(symbols, net->node_name));
   out->tab();
   for (Exp* e : order) {
     if (e->is_leaf()) {
       // Leaves are named where they are used; only those that stand for
       // something get a line.
       if (!ni->record(e)) continue;
-      out->put("\n%s on %s", symbols->text(e->ident), symbols->text(e->clock));
+      out->put("\n%s on %s", name(symbols, e->ident), name(symbols, e->clock));
       print_uses(out, ni, e);
       continue;
     }
     out->put("\n#%d = %s", number[e], nodekey(e->nature));
-    if (e->nature == CALL_n) out->put("[%s]", symbols->text(e->param));
+    if (e->nature == CALL_n) out->put("[%s]", name(symbols, e->param));
     if (e->nature == PROJ_n) out->put("[%d]", e->param);
     out->put("(");
     for (int i = 0; i < e->arity; i++) {
       Exp* o = e->operands[i];
       const char* sep = i > 0 ? ", " : "";
-      if (o->is_leaf()) out->put("%s%s", sep, symbols->text(o->ident));
+      if (o->is_leaf()) out->put("%s%s", sep, name(symbols, o->ident));
       else out->put("%s#%d", sep, number[o]);
     }
-    out->put(") on %s", symbols->text(net->norm_clock(e)));
+    out->put(") on %s", name(symbols, net->norm_clock(e)));
     print_uses(out, ni, e);
   }
   out->untab();

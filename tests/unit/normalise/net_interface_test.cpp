@@ -12,9 +12,9 @@
 
 namespace {
 
-NetInterface* load(const std::string& text, int opt_a = 0) {
+NetInterface* load(const std::string& text) {
   NetInterface* ni = normtest::kept(new NetInterface());
-  EXPECT_EQ(ni->init(nettest::write_temp(text).c_str(), normtest::symbols(), opt_a, 0), 0);
+  EXPECT_EQ(ni->init(nettest::write_temp(text).c_str(), normtest::symbols(), 0, 0), 0);
   return ni;
 }
 
@@ -59,24 +59,6 @@ TEST(NetInterfaceTest, LeafLocalsGetNoNumber) {
   EXPECT_EQ(ni->local_nodes[1], ni->local_nodes[0]);
   EXPECT_EQ(ni->local_nodes[0]->ident, normtest::key("m"));
   EXPECT_EQ(ni->record(ni->local_nodes[0])->locals->count, 2);
-}
-
-TEST(NetInterfaceTest, SyntaxErrorIsReported) {
-  NetInterface* ni = normtest::kept(new NetInterface());
-  ::testing::internal::CaptureStderr();
-  int r = ni->init(nettest::write_temp("node n(a: bool) returns (o: bool); let o = ; tel\n").c_str(),
-                   normtest::symbols(), 0, 0);
-  std::string text = ::testing::internal::GetCapturedStderr();
-  EXPECT_EQ(r, 1);
-  EXPECT_NE(text.find("syntax errors...\n"), std::string::npos) << text;
-}
-
-TEST(NetInterfaceTest, OptionAKeepsEveryNode) {
-  const char* text = "node n(a, b: bool) returns (x, y: bool);\nlet x = a and b; y = b and a; tel\n";
-  EXPECT_EQ(load(text)->net->nb_classes, 1);
-  NetInterface* ni = load(text, 1);
-  EXPECT_EQ(ni->net->nb_classes, 2);
-  EXPECT_NE(ni->output_nodes[0], ni->output_nodes[1]);
 }
 
 TEST(NetInterfaceDeathTest, ConstructorEndsTheProcessOnASyntaxError) {
