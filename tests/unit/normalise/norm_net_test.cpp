@@ -28,6 +28,10 @@ TEST(NormNetTest, NormalFormsOfSmallPrograms) {
       {"((o: int) when c2)", "let o = j; tel", "o", "IF(IF(c1,c2,false),j,nil)"},
       // current of a sampled flow holds its last value between samples.
       {"(o: int)", "let o = current (i when c); tel", "o", "IF(c,i,LAST(IF(c,i,nil)))"},
+      // current of current climbs two clock levels, each with its own memory.
+      {"(p: int)", "let p = current (current j); tel", "p",
+       "IF(c1,IF(IF(c1,c2,false),j,LAST(IF(IF(c1,c2,false),j,nil))),"
+       "LAST(IF(c1,IF(IF(c1,c2,false),j,LAST(IF(IF(c1,c2,false),j,nil))),nil)))"},
       // -> and pre on a slower clock use that clock's first instant and flow.
       {"((o: int) when c)", "let o = 0 -> pre o + 1; tel", "o",
        "IF(c,IF(INIT(c),0,PLUS(LAST(IF(c,o,nil)),1)),nil)"},
