@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "foundations/deep_stack.h"
 #include "foundations/errors.h"
 #include "foundations/pty_stream.h"
 #include "foundations/symbol_table.h"
@@ -41,25 +42,33 @@ int main(int argc, char** argv) {
     return 1;
   }
   fclose(f);
-  SymbolTable* symbols = new SymbolTable(1000, 5041);
-  if (lex) {
-    EcLexTest(symbols, path);
-    return 0;
-  }
-  if (norm || no_min) {
-    // Static, like the network below: it stays reachable until the end,
-    // so a leak checker does not report the nodes it holds.
-    static NetInterface ni;
-    if (ni.init(path, symbols, no_min ? 1 : 0, 0) != 0) return 1;
-    print_norm_net(PtyStream::of_stdout(), &ni);
-    return 0;
-  }
-  static Net net;
-  net.NetInit(symbols);
-  if (EcParse(&net, symbols, path) != 0) {
-    fprintf(stderr, "syntax errors...\n");
-    return 1;
-  }
-  net.print_ec(PtyStream::of_stdout());
-  return 0;
+  // The passes recurse along the program's chains of definitions.
+  int result = 0;
+  run_on_deep_stack([&] {
+    SymbolTable* symbols = new SymbolTable(1000, 5041);
+    if (lex) {
+      EcLexTest(symbols, path);
+      return;
+    }
+    if (norm || no_min) {
+      // Static, like the network below: it stays reachable until the end,
+      // so a leak checker does not report the nodes it holds.
+      static NetInterface ni;
+      if (ni.init(path, symbols, no_min ? 1 : 0, 0) != 0) {
+        result = 1;
+        return;
+      }
+      print_norm_net(PtyStream::of_stdout(), &ni);
+      return;
+    }
+    static Net net;
+    net.NetInit(symbols);
+    if (EcParse(&net, symbols, path) != 0) {
+      fprintf(stderr, "syntax errors...\n");
+      result = 1;
+      return;
+    }
+    net.print_ec(PtyStream::of_stdout());
+  });
+  return result;
 }
