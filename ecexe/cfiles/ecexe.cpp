@@ -9,8 +9,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <typeinfo>
-#include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 #include "ecexe/eval_arith.h"
@@ -74,6 +72,7 @@ OutputItem* EcExe::new_output_item(EcType* type) {
 
 int EcExe::init_exe() {
   exe_key = take_a_key();
+  first_item = EvalItem::counter + 1;
   local_items = new EvalItem*[nb_locals + 1]();
   input_items = new EvalItem*[nb_inputs + 1];
   for (int i = 0; i < nb_inputs; i++) {
@@ -126,11 +125,35 @@ namespace {
 
 // Lists items in the order the demand rule computes them: an item after
 // every operand its compute() demands. A memory's compute() demands
-// nothing, so it closes the cycles that pass through it.
+// nothing, so it closes the cycles that pass through it. Items are known by
+// their serial numbers, which those of one evaluator share a range of.
 class Scheduler {
  public:
-  explicit Scheduler(ItemEntry* memories) {
-    for (ItemEntry* m = memories; m; m = m->next) memory.insert(m->item);
+  Scheduler(ItemEntry* memories, int first, int last)
+      : first(first), level(last - first + 1, kUnseen), memory(last - first + 1, 0) {
+    for (ItemEntry* m = memories; m; m = m->next) memory[slot(m->item)] = 1;
+  }
+
+  // Adds what demanding `root` would compute, unless already listed.
+  void demand(EvalItem* root, std::vector<EvalItem*>& out) {
+    if (level[slot(root)] != kUnseen) return;
+    level[slot(root)] = kPending;
+    std::vector<std::pair<EvalItem*, int>> stack{{root, 0}};
+    while (!stack.empty()) {
+      EvalItem* item = stack.back().first;
+      int& k = stack.back().second;
+      if (memory[slot(item)] || k == item->nb_operands) {
+        out.push_back(item);
+        level[slot(item)] = depth(item);
+        stack.pop_back();
+        continue;
+      }
+      EvalItem* operand = item->operands[k++];
+      if (level[slot(operand)] == kUnseen) {
+        level[slot(operand)] = kPending;
+        stack.push_back({operand, 0});
+      }
+    }
   }
 
   // Reorders a schedule so that items of one class and one depth come
@@ -139,51 +162,36 @@ class Scheduler {
   // still come before their users, as the depth grows along every operand.
   void group(std::vector<EvalItem*>& schedule) {
     std::stable_sort(schedule.begin(), schedule.end(), [&](EvalItem* a, EvalItem* b) {
-      int la = level[a], lb = level[b];
+      int la = level[slot(a)], lb = level[slot(b)];
       if (la != lb) return la < lb;
       return typeid(*a).before(typeid(*b));
     });
   }
 
-  // Adds what demanding `root` would compute, unless already listed.
-  void demand(EvalItem* root, std::vector<EvalItem*>& out) {
-    if (!seen.insert(root).second) return;
-    std::vector<std::pair<EvalItem*, int>> stack{{root, 0}};
-    while (!stack.empty()) {
-      EvalItem* item = stack.back().first;
-      int& k = stack.back().second;
-      if (memory.count(item) || k == item->nb_operands) {
-        out.push_back(item);
-        level[item] = depth(item);
-        stack.pop_back();
-        continue;
-      }
-      EvalItem* operand = item->operands[k++];
-      if (seen.insert(operand).second) stack.push_back({operand, 0});
-    }
-  }
-
  private:
-  // A memory's compute() reads no operand: it starts a chain.
+  static constexpr int kUnseen = -2;
+  static constexpr int kPending = -1;  // on the way down, not listed yet
+
+  int slot(const EvalItem* item) const { return item->number - first; }
+
+  // A memory's compute() reads no operand: it starts a chain. An operand
+  // still pending is a memory's, reached around a cycle: no constraint.
   int depth(EvalItem* item) {
-    if (memory.count(item)) return 0;
+    if (memory[slot(item)]) return 0;
     int d = 0;
-    for (int k = 0; k < item->nb_operands; k++) {
-      auto found = level.find(item->operands[k]);
-      if (found != level.end() && found->second + 1 > d) d = found->second + 1;
-    }
+    for (int k = 0; k < item->nb_operands; k++) d = std::max(d, level[slot(item->operands[k])] + 1);
     return d;
   }
 
-  std::unordered_set<EvalItem*> memory;
-  std::unordered_set<EvalItem*> seen;
-  std::unordered_map<EvalItem*, int> level;  // depth of a listed item
+  int first;
+  std::vector<int> level;    // depth of a listed item, or kUnseen / kPending
+  std::vector<char> memory;  // whether an item is a memory
 };
 
 }  // namespace
 
 void EcExe::build_schedules() {
-  Scheduler scheduler(memory_list);
+  Scheduler scheduler(memory_list, first_item, EvalItem::counter);
   for (int i = 0; i < nb_assertions; i++) scheduler.demand(assertion_items[i], output_schedule);
   for (int i = 0; i < nb_outputs; i++) scheduler.demand(output_items[i], output_schedule);
   // At the end of an instant each memory, newest first, demands its

@@ -74,6 +74,7 @@ class EcExe : public NetInterface {
   std::vector<EvalItem*> memory_schedule;
   unsigned outputs_key = 0;  // the instant compute_outputs() last ran for
   bool draws_random = false;  // some item calls random_int or random_bool
+  int first_item = 0;         // serial number of the first item built
 
  private:
   // The value node and the clock node of a flow sampled on a clock: an
