@@ -1,12 +1,13 @@
-(* watchdog: raises `alarm` when no `kick` came during `delay` instants of
-   the clock `second`. The timer only runs on the instants of `second`. *)
+(* watchdog: `left` counts down from `delay` at every `second`; a `kick`
+   starts the count again from `delay`, and `alarm` is raised when the count
+   reaches zero, until the next kick. Set `delay` on its scale first: the
+   first instant and every kick read it. Press `second` to let time pass and
+   `kick` to feed the dog; Step alone is an instant where neither happens. *)
 node watchdog(second, kick: bool; delay: int)
-  returns (alarm: bool);
-var (left: int) when second; (kicked: bool) when second;
+  returns (left: int; alarm: bool);
 let
-  kicked = kick when second;
-  left = (delay when second) ->
-           if kicked then delay when second
-           else if pre left > 0 then pre left - 1 else 0;
-  alarm = current (left = 0);
+  left = delay -> if kick then delay
+                  else if second and pre left > 0 then pre left - 1
+                  else pre left;
+  alarm = left <= 0;
 tel.

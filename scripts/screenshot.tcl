@@ -5,7 +5,9 @@ lassign $argv output program setup
 lappend auto_path $env(TAVIK_PACKAGE_DIR)
 package require Pwish
 set argv [list $program]
-set argc 1
+set panel [file rootname $program].iop
+if {[file readable $panel]} { set argv [list -p $panel $program] }
+set argc [llength $argv]
 run_tavik
 if {$setup ne ""} { eval $setup }
 update

@@ -125,6 +125,39 @@ TEST(RPEcExeTest, ProgramsFollowHandTraces) {
        "let w = (x when c) -> pre w + (x when c); y = current w; v = w; tel.\n",
        {"F 9", "T 1", "F 5", "T 2", "F 7", "T 4"},
        "!1 nil - | 1 1 | 1 - | 3 3 | 3 - | 7 7"},
+      // After a reset the slower clock's -> waits for that clock's first
+      // instant again, and current has nothing to hold until then.
+      {"node s(c: bool; x: int) returns (y: int; (v: int) when c);\n"
+       "var (w: int) when c;\n"
+       "let w = (x when c) -> pre w + (x when c); y = current w; v = w; tel.\n",
+       {"T 1", "T 2", "reset", "F 5", "T 4", "F 0", "T 1"},
+       "1 1 | 3 3 | reset | !1 nil - | 4 4 | 4 - | 5 5"},
+      // A clock on a clock: m runs where c and d are both true, and two
+      // currents bring it back to the base clock.
+      {"node k(c, d: bool) returns (n: int);\n"
+       "var (a: bool) when c; (m: int) when a;\n"
+       "let a = d when c; m = (1 when a) -> pre m + (1 when a); n = current (current m); tel.\n",
+       {"T F", "T T", "F T", "T F", "T T", "F F"},
+       "!1 nil | 1 | 1 | 1 | 2 | 2"},
+      // pre of pre: the nil of the first instant travels one instant on.
+      {"node p(x: int) returns (y: int);\nlet y = pre (pre x); tel.\n",
+       {"c:1", "c:2", "3", "4"},
+       "!1 nil | !1 nil | 1 | 2"},
+      // Two equal counters may share their memory; a third that starts
+      // elsewhere must keep its own.
+      {"node a(x: int) returns (y, z, w: int);\n"
+       "let y = 0 -> pre y + 1; z = 0 -> pre z + 1; w = 1 -> pre w + 1; tel.\n",
+       {"0", "0", "0"},
+       "0 0 1 | 1 1 2 | 2 2 3"},
+      // One input sampled on two clocks: each output is absent on its own.
+      {"node a(c, d: bool; x: int) returns (y: int; (u: int) when c; (v: int) when d);\n"
+       "let y = x; u = x when c; v = x when d; tel.\n",
+       {"T F 1", "F T 2", "T T 3"},
+       "1 1 - | 2 - 2 | 3 3 3"},
+      // An assertion on a clock is only checked where its clock is true.
+      {"node a(c: bool; x: int) returns (y: int);\nlet y = x; assert (x > 0) when c; tel.\n",
+       {"F -1", "T -1", "T 1"},
+       "-1 | !1 -1 | 1"},
       // Memories in a cycle: a two-state toggle through two pres.
       {"node t(go: bool) returns (a, b: bool);\n"
        "let a = true -> if go then pre b else pre a; b = false -> if go then pre a else pre b;"
@@ -156,6 +189,26 @@ TEST(RPEcExeTest, AFailedInstantLeavesTheMemories) {
   EXPECT_EQ(p->assert_status(0), RP_DEFINED);
   run(p, {"3"});
   EXPECT_EQ(p->assert_status(0), RP_FALSE);
+}
+
+TEST(RPEcExeTest, AFailedInstantLeavesSlowerClocksAtTheirFirstInstant) {
+  RPEcExe* p = load(
+      "node a(c: bool; x: int) returns (y: int);\nvar (w: int) when c;\n"
+      "let w = (x when c) -> pre w + (x when c); y = current w; assert x <> 3; tel.\n");
+  // The first instant of c fails: its w is dropped, so current has nothing
+  // to hold and the next instant of c is still c's first.
+  EXPECT_EQ(run(p, {"T 3", "F 1", "T 2", "T 3", "T 1"}), "!1 3 | !1 nil | 2 | !1 5 | 3");
+}
+
+TEST(RPEcExeTest, AbsentOutputsHoldTheirValue) {
+  RPEcExe* p = load(
+      "node h(c: bool; x: int; r: real) returns ((y: int) when c; (z: real) when c);\n"
+      "let y = x when c; z = r when c; tel.\n");
+  run(p, {"T 7 2.5", "F 8 9.5", "F 9 1.5"});
+  EXPECT_EQ(p->output_status(0), RP_ABSENT);
+  EXPECT_EQ(*static_cast<int*>(p->output_loc(0)), 7);
+  EXPECT_EQ(*static_cast<double*>(p->output_loc(1)), 2.5);
+  EXPECT_EQ(run(p, {"T -1 0.5"}), "-1 0.5");
 }
 
 TEST(RPEcExeTest, AbandonedInstantIsComputedAgain) {
@@ -204,3 +257,4 @@ function hypot\(a: real; b: real\) returns \(c: real\);
 
 $)");
 }
+
