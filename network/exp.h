@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+#include "foundations/block_pool.h"
+
 #include "foundations/fract.h"
 #include "network/key_source.h"
 
@@ -93,14 +95,22 @@ class ExpList {
 };
 
 // One record of a node's annotation list.
+// Annotations live as long as their node: from the pool, never freed.
 struct ExpInfo {
   int slot;
   std::intptr_t value;
   ExpInfo* next;
+  static void* operator new(size_t size) { return pool_allocate(size); }
+  static void operator delete(void*) {}
 };
 
 class Exp {
  public:
+  // A network's nodes live as long as the network, that is until the end:
+  // from the pool, never freed.
+  static void* operator new(size_t size) { return pool_allocate(size); }
+  static void operator delete(void*) {}
+
   Exp(ExpNature n, Exp* op);
   Exp(ExpNature n, Exp* op, int p);
   Exp(ExpNature n, Exp* a, Exp* b);
