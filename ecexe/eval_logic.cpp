@@ -116,7 +116,6 @@ void NOR_bool_EI::combine() {
 }
 
 void CondItem::combine() {
-  operands_status();
   const EvalItem* cond = operand(0);
   if (!cond->is_defined()) {
     status = cond->status;

@@ -9,7 +9,6 @@ void ConstItem::combine() {}
 void InputItem::combine() { status = EI_DEFINED; }
 
 void OutputItem::combine() {
-  operands_status();
   const EvalItem* clock = operand(1);
   check_clock(clock);
   if (!clock->is_true()) {
