@@ -72,6 +72,7 @@ class Generator {
   void clocked_equation();
   void assertion();
   void tail();
+  int wanted(int t) const;
   int unused_total() const;
 
   const int target_;
@@ -376,29 +377,44 @@ void Generator::assertion() {
   assertions_++;
 }
 
+// Unused flows of type t that the outputs will read (at least one, so that
+// a type without outputs still ends in one flow, which the outputs ignore).
+int Generator::wanted(int t) const {
+  int n = 0;
+  for (int ty : output_types_) n += ty == t;
+  return n > 0 ? n : 1;
+}
+
+// The equations still needed to fold the unused flows, two at a time.
 int Generator::unused_total() const {
   int n = 0;
   for (int t = 0; t < 3; t++) {
-    int wanted = 0;
-    for (int ty : output_types_) wanted += ty == t;
-    int extra = static_cast<int>(unused_[t].size()) - wanted;
+    int extra = static_cast<int>(unused_[t].size()) - wanted(t);
     if (extra > 0) n += extra;
   }
   return n;
 }
 
 // Folds the flows nobody reads into as many as there are outputs of their
-// type, so that every equation is live, then defines the outputs.
+// type, so that every equation is live, then defines the outputs. Folding
+// three flows at once where the budget is short makes the count exact.
 void Generator::tail() {
   for (int t = 0; t < 3; t++) {
-    int wanted = 0;
-    for (int ty : output_types_) wanted += ty == t;
-    if (wanted == 0) wanted = 1;
-    while (static_cast<int>(unused_[t].size()) > wanted) {
+    while (static_cast<int>(unused_[t].size()) > wanted(t)) {
+      bool three = unused_total() > target_ - equations_ - nb_outputs_ &&
+                   static_cast<int>(unused_[t].size()) >= wanted(t) + 2;
       Flow a = unused_[t].back();
       unused_[t].pop_back();
       Flow b = unused_[t].back();
       unused_[t].pop_back();
+      if (three) {
+        Flow c = unused_[t].back();
+        unused_[t].pop_back();
+        b = Flow{"(" + b.ec + (t == BOOL_T ? " xor " : " + ") + c.ec + ")",
+                 t == BOOL_T ? "(" + b.c + " != " + c.c + ")"
+                             : t == INT_T ? "ADD(" + b.c + ", " + c.c + ")" : "(" + b.c + " + " + c.c + ")",
+                 "", static_cast<Ty>(t), deeper(b, c)};
+      }
       std::string name = "v" + std::to_string(next_local_++);
       if (t == BOOL_T)
         define(name, BOOL_T, "(" + a.ec + " xor " + b.ec + ")", "(" + a.c + " != " + b.c + ")", deeper(a, b));
@@ -435,7 +451,7 @@ void Generator::run() {
   int nb_clocks = target_ < 200 ? 1 : target_ < 5000 ? 2 : 4;
   int nb_assertions = target_ < 200 ? 2 : 5;
   int clock_every = target_ / (nb_clocks + 1);
-  int assert_every = target_ / (nb_assertions + 1);
+  int assert_every = target_ / (nb_assertions + 2);  // all before the folding tail
   for (int i = 1;; i++) {
     if (target_ - equations_ - nb_outputs_ <= unused_total()) break;
     if (static_cast<int>(clocks_.size()) < nb_clocks && i % clock_every == clock_every / 2) {
