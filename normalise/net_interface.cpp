@@ -78,14 +78,26 @@ NetInterface::NetInterface(const char* file, SymbolTable* symbols) {
 }
 
 int NetInterface::init(const char* file, SymbolTable* symbols, int opt_a, int opt_b) {
+  create_net(symbols, opt_a, opt_b);
+  if (parse(file, symbols) != 0) return 1;
+  net->build();
+  list_interface();
+  return 0;
+}
+
+void NetInterface::create_net(SymbolTable* symbols, int opt_a, int opt_b) {
   net = new NormNet();
   net->NetInit(symbols);
   net->init_norm(opt_a ? 3 : 0, opt_b);
-  if (EcParse(net, symbols, file) != 0) {
-    fprintf(stderr, "syntax errors...\n");
-    return 1;
-  }
-  net->build();
+}
+
+int NetInterface::parse(const char* file, SymbolTable* symbols) {
+  if (EcParse(net, symbols, file) == 0) return 0;
+  fprintf(stderr, "syntax errors...\n");
+  return 1;
+}
+
+void NetInterface::list_interface() {
   allocate();
   for (IntList* l = net->inputs.list(); l; l = l->next) add_input(net->norm(l->value), l->value);
   for (IntList* l = net->outputs.list(); l; l = l->next) add_output(net->norm(l->value), l->value);
@@ -97,7 +109,6 @@ int NetInterface::init(const char* file, SymbolTable* symbols, int opt_a, int op
     // A leaf (constant or input) needs no item of its own.
     if (node->arity > 0) add_local(node, l->value);
   }
-  return 0;
 }
 
 void NetInterface::print_exp(Exp* e) { print_exp(PtyStream::of_stdout(), e); }

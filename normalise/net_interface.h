@@ -80,6 +80,14 @@ class NetInterface : public PNetInterface {
   // error, with "syntax errors...\n" on standard error.
   int init(const char* file, SymbolTable* symbols, int opt_a, int opt_b);
 
+  // The steps of init, in its order; public so that a caller can time them
+  // apart: create the network, parse the file into it (1 after a syntax
+  // error, with the message), then, after NormNet::build() or its own
+  // phases, list the interface.
+  void create_net(SymbolTable* symbols, int opt_a, int opt_b);
+  int parse(const char* file, SymbolTable* symbols);
+  void list_interface();
+
   void print_exp(Exp* e);
   void print_exp(PtyStream* out, Exp* e);
   void print_exp_def(Exp* e);
