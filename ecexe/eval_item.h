@@ -108,6 +108,8 @@ class EvalItem {
   int demand_operands(unsigned key);
   // The OR of the operands' statuses, as they stand.
   int operands_status() const {
+    // Most items are binary: no loop for them.
+    if (nb_operands == 2) return operands[0]->status | operands[1]->status;
     int s = EI_DEFINED;
     for (int k = 0; k < nb_operands; k++) s |= operands[k]->status;
     return s;
