@@ -11,9 +11,17 @@
 
 int EvalItem::counter = 0;
 
+// A null operand array of n entries (at least one), from the pool.
+static EvalItem** new_operands(int n) {
+  size_t count = n > 0 ? n : 1;
+  EvalItem** operands = static_cast<EvalItem**>(pool_allocate(count * sizeof(EvalItem*)));
+  for (size_t k = 0; k < count; k++) operands[k] = nullptr;
+  return operands;
+}
+
 EvalItem::EvalItem(EvalItemType type, int nb_operands)
     : nb_operands(nb_operands),
-      operands(new EvalItem*[nb_operands > 0 ? nb_operands : 1]()),
+      operands(new_operands(nb_operands)),
       aux(0),
       type(type),
       status(EI_NIL),
@@ -24,7 +32,7 @@ EvalItem::EvalItem(EvalItemType type, int nb_operands)
   value.x = 0;
 }
 
-EvalItem::~EvalItem() { delete[] operands; }
+EvalItem::~EvalItem() = default;
 
 void EvalItem::local_reset() {}
 

@@ -5,7 +5,10 @@
 #ifndef ECEXE_EVAL_ITEM_H
 #define ECEXE_EVAL_ITEM_H
 
+#include <cstddef>
 #include <cstdint>
+
+#include "foundations/block_pool.h"
 
 // The type of an item's result; the codes are those the adapter reports.
 enum EvalItemType {
@@ -38,7 +41,12 @@ class EvalItem {
   EvalItem(EvalItemType type, int nb_operands);
   EvalItem(const EvalItem&) = delete;
   EvalItem& operator=(const EvalItem&) = delete;
-  // Frees the operand array only: operands are shared, never owned.
+  // Items and their operand arrays come from the pool, one after the other
+  // in the order they are built: an item lives as long as its evaluator,
+  // that is until the end, and an instant then walks compact memory rather
+  // than the whole heap. Deleting an item frees nothing.
+  static void* operator new(size_t size) { return pool_allocate(size); }
+  static void operator delete(void*) {}
   virtual ~EvalItem();
 
   // Restores the item's own initial state (memories, constants); called by
