@@ -65,6 +65,8 @@ class Generator {
   // Declares the local `name`, defines it in both forms and makes it a flow.
   void define(const std::string& name, Ty t, const std::string& ec, const std::string& c,
               int depth, bool usable = true);
+  // name = if c then a else b, over flows of type t.
+  void conditional(const std::string& name, Ty t);
   void bool_equation(const std::string& name);
   void int_equation(const std::string& name);
   void real_equation(const std::string& name);
@@ -172,6 +174,12 @@ Flow Generator::operand_besides(Ty t, const Flow& a) {
 
 // Each case takes exactly the operands it reads, so that a flow taken from
 // the unused ones is always read.
+void Generator::conditional(const std::string& name, Ty t) {
+  Flow c = operand(BOOL_T), a = operand(t), b = operand_besides(t, a);
+  define(name, t, "(if " + c.ec + " then " + a.ec + " else " + b.ec + ")",
+         "(" + c.c + " ? " + a.c + " : " + b.c + ")", deeper(a, b, c));
+}
+
 void Generator::bool_equation(const std::string& name) {
   switch (pick(10)) {
     case 0: case 1: case 3: case 4: {
@@ -206,9 +214,7 @@ void Generator::bool_equation(const std::string& name) {
       break;
     }
     case 7: {
-      Flow c = operand(BOOL_T), a = operand(BOOL_T), b = operand_besides(BOOL_T, a);
-      define(name, BOOL_T, "(if " + c.ec + " then " + a.ec + " else " + b.ec + ")",
-             "(" + c.c + " ? " + a.c + " : " + b.c + ")", deeper(a, b, c));
+      conditional(name, BOOL_T);
       break;
     }
     case 8: {
@@ -257,9 +263,7 @@ void Generator::int_equation(const std::string& name) {
       break;
     }
     case 6: {
-      Flow c = operand(BOOL_T), a = operand(INT_T), b = operand_besides(INT_T, a);
-      define(name, INT_T, "(if " + c.ec + " then " + a.ec + " else " + b.ec + ")",
-             "(" + c.c + " ? " + a.c + " : " + b.c + ")", deeper(a, b, c));
+      conditional(name, INT_T);
       break;
     }
     case 7: {
@@ -302,9 +306,7 @@ void Generator::real_equation(const std::string& name) {
       break;
     }
     case 4: {
-      Flow c = operand(BOOL_T), a = operand(REAL_T), b = operand_besides(REAL_T, a);
-      define(name, REAL_T, "(if " + c.ec + " then " + a.ec + " else " + b.ec + ")",
-             "(" + c.c + " ? " + a.c + " : " + b.c + ")", deeper(a, b, c));
+      conditional(name, REAL_T);
       break;
     }
     case 5: {
