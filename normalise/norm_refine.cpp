@@ -19,7 +19,6 @@
 #include "normalise/norm_refine.h"
 
 #include <algorithm>
-#include <tuple>
 #include <unordered_map>
 
 #include "foundations/errors.h"
@@ -84,25 +83,28 @@ NormRefinement::Kind NormRefinement::kind(int v) {
   return k;
 }
 
-bool NormRefinement::Kind::operator<(const Kind& o) const {
-  return std::tie(nature, index, arity, clock, self) <
-         std::tie(o.nature, o.index, o.arity, o.clock, o.self);
+bool NormRefinement::Kind::operator==(const Kind& o) const {
+  return nature == o.nature && index == o.index && arity == o.arity && clock == o.clock &&
+         self == o.self;
+}
+
+size_t NormRefinement::KindHash::operator()(const Kind& k) const {
+  size_t h = 0;
+  for (int field : {k.nature, k.index, k.arity, k.clock, k.self})
+    h = h * 1000003u ^ static_cast<size_t>(static_cast<unsigned>(field));
+  return h;
 }
 
 void NormRefinement::initial_blocks() {
   int n = static_cast<int>(entries.size());
-  std::vector<Kind> kinds(n);
-  std::vector<int> order(n);
-  for (int v = 0; v < n; v++) kinds[v] = kind(v), order[v] = v;
-  std::stable_sort(order.begin(), order.end(),
-                   [&](int a, int b) { return kinds[a] < kinds[b]; });
   block.assign(n, -1);
   next.assign(n, -1);
   prev.assign(n, -1);
-  for (int i = 0; i < n; i++) {
-    int v = order[i];
-    bool same = i > 0 && !(kinds[order[i - 1]] < kinds[v]);
-    add_to_block(v, same ? block[order[i - 1]] : new_block());
+  std::unordered_map<Kind, int, KindHash> blocks;
+  for (int v = 0; v < n; v++) {
+    auto found = blocks.emplace(kind(v), -1).first;
+    if (found->second < 0) found->second = new_block();
+    add_to_block(v, found->second);
   }
 }
 
@@ -159,22 +161,44 @@ bool NormRefinement::same_signature(int a_start, int b_start, int count) const {
 // The nodes of one round, block by block, each with its signature (read
 // before anything splits), sorted so that equal signatures are side by side.
 void NormRefinement::read_round(std::vector<int>& touched, std::vector<Plan>& plans) {
-  std::sort(touched.begin(), touched.end(),
-            [&](int a, int b) { return block[a] < block[b] || (block[a] == block[b] && a < b); });
+  // Touched nodes gathered block by block, by counting: sorting them would
+  // cost a log factor on the first round, where every node is touched.
+  int nb_blocks = static_cast<int>(head.size());
+  block_round.resize(nb_blocks, 0);
+  block_count.resize(nb_blocks, 0);
+  std::vector<int> blocks;
+  for (int v : touched) {
+    int b = block[v];
+    if (block_round[b] != round) {
+      block_round[b] = round;
+      block_count[b] = 0;
+      blocks.push_back(b);
+    }
+    block_count[b]++;
+  }
+  int at = 0;
+  for (int b : blocks) {
+    plans.push_back({b, at, at});
+    at += block_count[b];
+    block_count[b] = plans.back().begin;  // from now on: where b's next node goes
+  }
+  std::vector<int> by_block(touched.size());
+  for (int v : touched) {
+    int b = block[v];
+    by_block[block_count[b]++] = v;
+  }
+  touched.swap(by_block);
   sig_values.clear();
   for (int v : touched) sig_start[v] = put_signature(v);
-  for (size_t i = 0; i < touched.size();) {
-    Plan p{block[touched[i]], static_cast<int>(i), static_cast<int>(i)};
-    while (static_cast<size_t>(p.end) < touched.size() && block[touched[p.end]] == p.block)
-      p.end++;
-    int arity = first_operand[touched[i] + 1] - first_operand[touched[i]];
+  for (Plan& p : plans) {
+    p.end = block_count[p.block];
+    if (p.end - p.begin < 2) continue;
+    int arity = first_operand[touched[p.begin] + 1] - first_operand[touched[p.begin]];
     std::sort(touched.begin() + p.begin, touched.begin() + p.end, [&](int a, int b) {
       return std::lexicographical_compare(
           sig_values.begin() + sig_start[a], sig_values.begin() + sig_start[a] + arity,
           sig_values.begin() + sig_start[b], sig_values.begin() + sig_start[b] + arity);
     });
-    plans.push_back(p);
-    i = p.end;
   }
 }
 

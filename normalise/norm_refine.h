@@ -25,7 +25,10 @@ class NormRefinement {
   // number for a call that must not be shared (else -1).
   struct Kind {
     int nature, index, arity, clock, self;
-    bool operator<(const Kind& o) const;
+    bool operator==(const Kind& o) const;
+  };
+  struct KindHash {
+    size_t operator()(const Kind& k) const;
   };
   // The touched nodes of one block in a round: touched[begin, end).
   struct Plan {
@@ -59,6 +62,9 @@ class NormRefinement {
   std::vector<int> queued;   // round for which a node is queued
   std::vector<int> queue;    // the nodes touched next round
   std::vector<int> sig_values, sig_start;
+  // Per block, while a round is read: the round it last had touched nodes
+  // in, and their count (then where the next one goes).
+  std::vector<int> block_round, block_count;
 };
 
 #endif
