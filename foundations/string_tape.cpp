@@ -36,9 +36,41 @@ unsigned StringTape::hash_code(const char* text) const {
   return sum % static_cast<unsigned>(nb_buckets);
 }
 
+// FNV-1a over the bytes, 64 bits.
+uint64_t StringTape::index_hash(const char* text) {
+  uint64_t h = 14695981039346656037ull;
+  for (const char* c = text; *c; c++) h = (h ^ static_cast<unsigned char>(*c)) * 1099511628211ull;
+  return h;
+}
+
 STapeHashItem* StringTape::lookup(const char* text) const {
-  auto found = by_text.find(text);
-  return found == by_text.end() ? nullptr : found->second;
+  if (index.empty()) return nullptr;
+  uint64_t h = index_hash(text);
+  size_t mask = index.size() - 1;
+  for (size_t i = h & mask;; i = (i + 1) & mask) {
+    const IndexSlot& slot = index[i];
+    if (!slot.item) return nullptr;
+    if (slot.hash == h && strcmp(slot.item->text, text) == 0) return slot.item;
+  }
+}
+
+void StringTape::index_insert(uint64_t hash, STapeHashItem* item) {
+  if (2 * (static_cast<size_t>(nb_strings) + 1) > index.size()) {
+    // Doubled and refilled: each growth moves as many texts as it holds,
+    // so growing costs a constant per text.
+    std::vector<IndexSlot> old(index.size() < 1024 ? 1024 : 2 * index.size(), IndexSlot{0, nullptr});
+    old.swap(index);
+    for (const IndexSlot& slot : old)
+      if (slot.item) index_place(slot);
+  }
+  index_place({hash, item});
+}
+
+void StringTape::index_place(const IndexSlot& slot) {
+  size_t mask = index.size() - 1;
+  size_t i = slot.hash & mask;
+  while (index[i].item) i = (i + 1) & mask;
+  index[i] = slot;
 }
 
 char* StringTape::place(const char* text, int n) {
@@ -62,11 +94,13 @@ STapeHashItem* StringTape::internal_add(const char* text) {
   if (k == 0) nb_used_buckets++;
   if (k > max_chain) max_chain = k + 1;
   char* copy = place(text, static_cast<int>(strlen(text)) + 1);
+  STapeHashItem* item = new STapeHashItem(copy, nb_strings + 1, buckets[h]);
+  // Indexed before it is counted: the index grows on the count it holds.
+  index_insert(index_hash(copy), item);
   nb_strings++;
-  buckets[h] = new STapeHashItem(copy, nb_strings, buckets[h]);
+  buckets[h] = item;
   chain_length[h]++;
-  by_text.emplace(copy, buckets[h]);
-  return buckets[h];
+  return item;
 }
 
 STapeHashItem* StringTape::internal_find(const char* text) {

@@ -4,9 +4,8 @@
 #ifndef FOUNDATIONS_STRING_TAPE_H
 #define FOUNDATIONS_STRING_TAPE_H
 
+#include <cstdint>
 #include <cstdio>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
 // A page of the tape: a link to the previously filled page and the data.
@@ -61,9 +60,18 @@ class StringTape {
   int nb_buckets = 0;
   // The buckets' lengths, and every item by its text: the buckets keep the
   // statistics, but a large program has so many texts per bucket that
-  // walking them for each identifier made reading quadratic.
+  // walking them for each identifier made reading quadratic. The index is
+  // open-addressed, each slot holding the text's full hash beside it, so
+  // that a lookup in a large table touches one slot and one text.
+  struct IndexSlot {
+    uint64_t hash;
+    STapeHashItem* item;  // null: free
+  };
+  static uint64_t index_hash(const char* text);
+  void index_insert(uint64_t hash, STapeHashItem* item);
+  void index_place(const IndexSlot& slot);
   std::vector<int> chain_length;
-  std::unordered_map<std::string_view, STapeHashItem*> by_text;
+  std::vector<IndexSlot> index;  // a power of two long, at most half full
   int nb_strings = 0;
   int nb_used_buckets = 0;
   // Raised only when a chain longer than it is walked, and then to one more
