@@ -1,6 +1,8 @@
 // block_pool.cpp -- a bump allocator over 1 MB blocks.
 #include "foundations/block_pool.h"
 
+#include <sys/mman.h>
+
 #include <new>
 
 void* pool_allocate(size_t size) {
@@ -12,7 +14,12 @@ void* pool_allocate(size_t size) {
     // A larger object gets a block of its own; the rest of the current one
     // is abandoned, which costs at most one object's size a block.
     size_t block = size > kBlock ? size : kBlock;
-    next = static_cast<char*>(::operator new(block));
+    // Mapped with its pages at once: one call instead of a fault a page,
+    // and the pool fills every page of a block anyway.
+    void* mapped = mmap(nullptr, block, PROT_READ | PROT_WRITE,
+                        MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
+    next = mapped == MAP_FAILED ? static_cast<char*>(::operator new(block))
+                                : static_cast<char*>(mapped);
     room = block;
   }
   void* p = next;
