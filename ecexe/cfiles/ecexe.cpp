@@ -208,17 +208,26 @@ void EcExe::build_schedules() {
 
 namespace {
 
-// The demand rule for an item whose operands are computed already.
-inline void combine_once(EvalItem* item, unsigned key) {
-  if (item->mark == key) return;
-  item->mark = key;
-  item->combine();
+// The demand rule down a schedule, whose items' operands come before them.
+// The items lie all over the pool: each is fetched a few items ahead, so
+// that its cache line is there when its turn comes.
+void combine_all(const std::vector<EvalItem*>& schedule, unsigned key) {
+  const size_t ahead = 16;
+  size_t n = schedule.size();
+  EvalItem* const* items = schedule.data();
+  for (size_t i = 0; i < n; i++) {
+    if (i + ahead < n) __builtin_prefetch(items[i + ahead]);
+    EvalItem* item = items[i];
+    if (item->mark == key) continue;
+    item->mark = key;
+    item->combine();
+  }
 }
 
 }  // namespace
 
 void EcExe::compute_outputs(unsigned key) {
-  for (EvalItem* item : output_schedule) combine_once(item, key);
+  combine_all(output_schedule, key);
   outputs_key = key;
 }
 
@@ -428,7 +437,7 @@ void EcExe::end_step() {
   // The memory schedule counts on the outputs' items being computed: when
   // they were not, each item demands what it needs.
   if (outputs_key == step_key)
-    for (EvalItem* item : memory_schedule) combine_once(item, step_key);
+    combine_all(memory_schedule, step_key);
   else
     for (EvalItem* item : memory_schedule) EvalItem::demand(item, step_key);
   for (ItemEntry* m = memory_list; m; m = m->next) m->item->compute_next(step_key);
