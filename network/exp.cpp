@@ -31,6 +31,11 @@ const ExpNatureKey ExpNatureKeys[NB_EXP_NATURES] = {
 const char* nodekey(ExpNature n) { return ExpNatureKeys[n].key; }
 const char* opkey(ExpNature n) { return ExpNatureKeys[n].op; }
 
+bool is_commutative(ExpNature n) {
+  return n == AND_n || n == OR_n || n == XOR_n || n == EQUAL_n || n == NEQ_n || n == PLUS_n ||
+         n == TIMES_n;
+}
+
 
 /* ---------------------------------------------------------------- ExpList */
 

@@ -72,6 +72,9 @@ extern const ExpNatureKey ExpNatureKeys[NB_EXP_NATURES];
 // The two texts of ExpNatureKeys for a nature.
 const char* nodekey(ExpNature n);
 const char* opkey(ExpNature n);
+// The binary natures whose two operands may be exchanged: and, or, xor, =,
+// <>, + and *.
+bool is_commutative(ExpNature n);
 
 
 class Exp;

@@ -73,11 +73,6 @@ Exp* NetCtr::operator()(ExpNature n, Exp* a, int p) {
   return push(b, new Exp(n, a, p));
 }
 
-static bool is_commutative(ExpNature n) {
-  return n == AND_n || n == OR_n || n == XOR_n || n == EQUAL_n || n == NEQ_n || n == PLUS_n ||
-         n == TIMES_n;
-}
-
 Exp* NetCtr::operator()(ExpNature n, Exp* a, Exp* b) {
   int h = binary_hash_code(a, b);
   bool either_order = is_commutative(n);

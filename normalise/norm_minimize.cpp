@@ -108,11 +108,6 @@ int NormNet::bary_split(int k) {
   return 1;
 }
 
-static bool is_commutative(ExpNature n) {
-  return n == AND_n || n == OR_n || n == XOR_n || n == EQUAL_n || n == NEQ_n || n == PLUS_n ||
-         n == TIMES_n;
-}
-
 bool NormNet::exp_nature_cmp(Exp* a, Exp* b) {
   a = through_ref(a);
   b = through_ref(b);

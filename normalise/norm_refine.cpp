@@ -23,15 +23,6 @@
 
 #include "foundations/errors.h"
 
-namespace {
-
-bool is_commutative(int n) {
-  return n == AND_n || n == OR_n || n == XOR_n || n == EQUAL_n || n == NEQ_n || n == PLUS_n ||
-         n == TIMES_n;
-}
-
-}  // namespace
-
 NormRefinement::NormRefinement(NormNet* net) : net(net) {}
 
 void NormRefinement::read_nodes() {
