@@ -200,17 +200,6 @@ TEST(RPEcExeTest, AFailedInstantLeavesSlowerClocksAtTheirFirstInstant) {
   EXPECT_EQ(run(p, {"T 3", "F 1", "T 2", "T 3", "T 1"}), "!1 3 | !1 nil | 2 | !1 5 | 3");
 }
 
-TEST(RPEcExeTest, AbsentOutputsHoldTheirValue) {
-  RPEcExe* p = load(
-      "node h(c: bool; x: int; r: real) returns ((y: int) when c; (z: real) when c);\n"
-      "let y = x when c; z = r when c; tel.\n");
-  run(p, {"T 7 2.5", "F 8 9.5", "F 9 1.5"});
-  EXPECT_EQ(p->output_status(0), RP_ABSENT);
-  EXPECT_EQ(*static_cast<int*>(p->output_loc(0)), 7);
-  EXPECT_EQ(*static_cast<double*>(p->output_loc(1)), 2.5);
-  EXPECT_EQ(run(p, {"T -1 0.5"}), "-1 0.5");
-}
-
 TEST(RPEcExeTest, AbandonedInstantIsComputedAgain) {
   RPEcExe* p = load("node a(x: int) returns (s: int);\nlet s = x -> pre s + x; tel.\n");
   EcExe* exe = p->exe;
