@@ -8,24 +8,29 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "ecexe/eval_rules.h"
+
 void UFUNC_bool_EI::combine() {
-  if (!strict()) return;
+  ItemView view(this);
+  if (!strict(view)) return;
   value.i = function(operand(0)->value.i) != 0;
 }
 
 void UFUNC_double_EI::combine() {
-  if (!strict()) return;
+  ItemView view(this);
+  if (!strict(view)) return;
   value.d = function(operand(0)->value.d);
 }
 
 void BFUNC_int_EI::combine() {
-  if (!strict()) return;
-  long r = function(operand(0)->value.i, operand(1)->value.i);
-  value.i = static_cast<int32_t>(static_cast<uint32_t>(r));
+  ItemView view(this);
+  if (!strict(view)) return;
+  value.i = wrap32(function(operand(0)->value.i, operand(1)->value.i));
 }
 
 void BFUNC_double_EI::combine() {
-  if (!strict()) return;
+  ItemView view(this);
+  if (!strict(view)) return;
   value.d = function(operand(0)->value.d, operand(1)->value.d);
 }
 

@@ -40,6 +40,8 @@ void EvalItem::compute(unsigned) { Error("EvalItem::compute is only virtual\n");
 
 void EvalItem::combine() { Error("EvalItem::combine is only virtual\n"); }
 
+FlatKernel EvalItem::flat_kernel() const { return nullptr; }
+
 void EvalItem::compute_next(unsigned) { Error("EvalItem::compute_next only virtual\n"); }
 
 void EvalItem::rewrite() { Error("EvalItem::rewrite only virtual\n"); }
@@ -84,12 +86,6 @@ int EvalItem::demand_operands(unsigned key) {
     s |= operands[k]->status;
   }
   return s;
-}
-
-
-void EvalItem::copy_from(const EvalItem* from) {
-  status = from->status;
-  if (from->status == EI_DEFINED) value = from->value;
 }
 
 void check_clock(const EvalItem* clock) {

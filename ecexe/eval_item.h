@@ -34,6 +34,10 @@ union EvalValue {
   uintptr_t x;
 };
 
+struct FlatInstr;
+struct FlatCells;
+using FlatKernel = void (*)(const FlatInstr* first, const FlatInstr* last, const FlatCells& cells);
+
 class EvalItem {
  public:
   // A fresh item: status nil, mark 0, auxiliary word cleared, `nb_operands`
@@ -61,18 +65,27 @@ class EvalItem {
   virtual void compute_next(unsigned key);
   // Memories only: commits the memory for the next instant. The base is fatal.
   virtual void rewrite();
-  // compute() without the demand: combines the operands as they stand,
-  // which must all be computed for the instant already. Every class's
-  // compute() demands its operands (a memory: none) and then combines, so
-  // a caller that computes operands first can call this instead and save
-  // the demand. The base is fatal.
-  virtual void combine();
   // Non-zero when the item has no value at this instant because its clock
   // is false (only outputs can be). The base returns 0.
   virtual int is_bottom();
   // The symbol of the extern type's name for extern items; the base warns
   // and returns -1.
   virtual int extern_type_name();
+
+  // The operations below come after those every item class has always
+  // had.
+
+  // compute() without the demand: combines the operands as they stand,
+  // which must all be computed for the instant already. Every class's
+  // compute() demands its operands (a memory: none) and then combines, so
+  // a caller that computes operands first can call this instead and save
+  // the demand. The base is fatal.
+  virtual void combine();
+  // The kernel that computes items of this class in dense cells
+  // (flat_code.h), or null for a class whose computation needs the item
+  // itself (its own state, a clock check, a function): those are computed
+  // through their items. The base returns null.
+  virtual FlatKernel flat_kernel() const;
 
   // Back to the state before the first instant: status nil, mark 0,
   // local_reset(), then the operands in order. Stops at items whose mark is
@@ -114,24 +127,6 @@ class EvalItem {
  protected:
   // Demands every operand for `key` and returns the OR of their statuses.
   int demand_operands(unsigned key);
-  // The OR of the operands' statuses, as they stand.
-  int operands_status() const {
-    // Most items are binary: no loop for them.
-    if (nb_operands == 2) return operands[0]->status | operands[1]->status;
-    int s = EI_DEFINED;
-    for (int k = 0; k < nb_operands; k++) s |= operands[k]->status;
-    return s;
-  }
-  // The strict rule on operands as they stand: status := OR of theirs. True
-  // when all are defined, i.e. when the caller must now compute the value;
-  // otherwise the value keeps what it held.
-  bool strict() {
-    status = operands_status();
-    return status == EI_DEFINED;
-  }
-  // Takes value and status from `from` (a defined item gives its value; a
-  // nil or divbyzero one only its status).
-  void copy_from(const EvalItem* from);
 };
 
 // Ends the process when a clock is not defined: a clock must be true or

@@ -1,0 +1,89 @@
+// eval_rules.h -- what the rule of an item class is written against. A
+// class whose result depends only on its operands states that dependence
+// once, as a static template `rule(V& c)` over a view V of cells:
+//
+//   c.nb()        the number of operands
+//   c.op(k)       operand k's value, c.st(k) its status
+//   c.value()     the result's value, c.status() its status (assignable)
+//
+// RuleItem applies the rule to an item and its operand items (combine()),
+// and hands it to the flat code for dense cells (flat_kernel()), so that
+// both ways of computing share the one definition of the operator.
+#ifndef ECEXE_EVAL_RULES_H
+#define ECEXE_EVAL_RULES_H
+
+#include <cstdint>
+
+#include "ecexe/eval_item.h"
+#include "ecexe/flat_code.h"
+
+// An item and its operand items, seen as cells.
+class ItemView {
+ public:
+  explicit ItemView(EvalItem* item) : item(item) {}
+  int nb() const { return item->nb_operands; }
+  const EvalValue& op(int k) const { return item->operands[k]->value; }
+  int st(int k) const { return item->operands[k]->status; }
+  EvalValue& value() { return item->value; }
+  int& status() { return item->status; }
+
+ private:
+  EvalItem* item;
+};
+
+// The base of the classes with a rule: `Item` derives from RuleItem<Item>
+// and defines `template <class V> static void rule(V& c)`.
+template <class Item>
+class RuleItem : public EvalItem {
+ public:
+  void compute(unsigned key) override {
+    demand_operands(key);
+    combine();
+  }
+  void combine() override {
+    ItemView view(this);
+    Item::rule(view);
+  }
+  FlatKernel flat_kernel() const override { return &run_flat<Item>; }
+
+ protected:
+  RuleItem(EvalItemType type, int nb_operands) : EvalItem(type, nb_operands) {}
+};
+
+// The OR of the operands' statuses. Most items are binary: no loop for them.
+template <class V>
+int operands_status(const V& c) {
+  if (c.nb() == 2) return c.st(0) | c.st(1);
+  int s = EI_DEFINED;
+  for (int k = 0; k < c.nb(); k++) s |= c.st(k);
+  return s;
+}
+
+// The strict rule: status := OR of the operands'. True when all are
+// defined, i.e. when the caller must now compute the value; otherwise the
+// value keeps what it held.
+template <class V>
+bool strict(V& c) {
+  c.status() = operands_status(c);
+  return c.status() == EI_DEFINED;
+}
+
+// Takes value and status from operand k (a defined operand gives its value;
+// a nil or divbyzero one only its status).
+template <class V>
+void copy_operand(V& c, int k) {
+  c.status() = c.st(k);
+  if (c.st(k) == EI_DEFINED) c.value() = c.op(k);
+}
+
+// A defined operand k holding `truth`.
+template <class V>
+bool holds(const V& c, int k, bool truth) {
+  return c.st(k) == EI_DEFINED && (c.op(k).i != 0) == truth;
+}
+
+// The low 32 bits of `v`, read as a signed int: int arithmetic done in 64
+// bits and folded back wraps in two's complement without signed overflow.
+inline int32_t wrap32(int64_t v) { return static_cast<int32_t>(static_cast<uint32_t>(v)); }
+
+#endif
