@@ -12,72 +12,72 @@
 
 // Operands of every binary class: 0 left, 1 right.
 
-class PLUS_int_EI : public RuleItem<PLUS_int_EI> {
+class PLUS_int_EI : public RuleItem<PLUS_int_EI, 2> {
  public:
-  PLUS_int_EI() : RuleItem(EI_int, 2) {}
+  PLUS_int_EI() : RuleItem(EI_int) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = wrap32(int64_t{c.op(0).i} + c.op(1).i);
   }
 };
 
-class PLUS_double_EI : public RuleItem<PLUS_double_EI> {
+class PLUS_double_EI : public RuleItem<PLUS_double_EI, 2> {
  public:
-  PLUS_double_EI() : RuleItem(EI_double, 2) {}
+  PLUS_double_EI() : RuleItem(EI_double) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().d = c.op(0).d + c.op(1).d;
   }
 };
 
-class MINUS_int_EI : public RuleItem<MINUS_int_EI> {
+class MINUS_int_EI : public RuleItem<MINUS_int_EI, 2> {
  public:
-  MINUS_int_EI() : RuleItem(EI_int, 2) {}
+  MINUS_int_EI() : RuleItem(EI_int) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = wrap32(int64_t{c.op(0).i} - c.op(1).i);
   }
 };
 
-class MINUS_double_EI : public RuleItem<MINUS_double_EI> {
+class MINUS_double_EI : public RuleItem<MINUS_double_EI, 2> {
  public:
-  MINUS_double_EI() : RuleItem(EI_double, 2) {}
+  MINUS_double_EI() : RuleItem(EI_double) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().d = c.op(0).d - c.op(1).d;
   }
 };
 
-class TIMES_int_EI : public RuleItem<TIMES_int_EI> {
+class TIMES_int_EI : public RuleItem<TIMES_int_EI, 2> {
  public:
-  TIMES_int_EI() : RuleItem(EI_int, 2) {}
+  TIMES_int_EI() : RuleItem(EI_int) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = wrap32(int64_t{c.op(0).i} * c.op(1).i);
   }
 };
 
-class TIMES_double_EI : public RuleItem<TIMES_double_EI> {
+class TIMES_double_EI : public RuleItem<TIMES_double_EI, 2> {
  public:
-  TIMES_double_EI() : RuleItem(EI_double, 2) {}
+  TIMES_double_EI() : RuleItem(EI_double) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().d = c.op(0).d * c.op(1).d;
   }
 };
 
-class UMINUS_int_EI : public RuleItem<UMINUS_int_EI> {
+class UMINUS_int_EI : public RuleItem<UMINUS_int_EI, 1> {
  public:
-  UMINUS_int_EI() : RuleItem(EI_int, 1) {}
+  UMINUS_int_EI() : RuleItem(EI_int) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = wrap32(-int64_t{c.op(0).i});
   }
 };
 
-class UMINUS_double_EI : public RuleItem<UMINUS_double_EI> {
+class UMINUS_double_EI : public RuleItem<UMINUS_double_EI, 1> {
  public:
-  UMINUS_double_EI() : RuleItem(EI_double, 1) {}
+  UMINUS_double_EI() : RuleItem(EI_double) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().d = -c.op(0).d;
@@ -88,9 +88,9 @@ class UMINUS_double_EI : public RuleItem<UMINUS_double_EI> {
 // gives status divbyzero, but only when both operands are defined: nil div
 // 0 is nil. INT_MIN div -1 is 2^31 in 64 bits and wraps to INT_MIN instead
 // of trapping.
-class DIV_int_EI : public RuleItem<DIV_int_EI> {
+class DIV_int_EI : public RuleItem<DIV_int_EI, 2> {
  public:
-  DIV_int_EI() : RuleItem(EI_int, 2) {}
+  DIV_int_EI() : RuleItem(EI_int) {}
   template <class V>
   static void rule(V& c) {
     if (!strict(c)) return;
@@ -103,9 +103,9 @@ class DIV_int_EI : public RuleItem<DIV_int_EI> {
 };
 
 // IEEE quotient; a divisor equal to 0.0 (either sign) gives divbyzero.
-class DIV_double_EI : public RuleItem<DIV_double_EI> {
+class DIV_double_EI : public RuleItem<DIV_double_EI, 2> {
  public:
-  DIV_double_EI() : RuleItem(EI_double, 2) {}
+  DIV_double_EI() : RuleItem(EI_double) {}
   template <class V>
   static void rule(V& c) {
     if (!strict(c)) return;
@@ -119,9 +119,9 @@ class DIV_double_EI : public RuleItem<DIV_double_EI> {
 
 // Remainder with the sign of the dividend; divbyzero as for DIV_int_EI.
 // INT_MIN mod -1 is 0.
-class MOD_int_EI : public RuleItem<MOD_int_EI> {
+class MOD_int_EI : public RuleItem<MOD_int_EI, 2> {
  public:
-  MOD_int_EI() : RuleItem(EI_int, 2) {}
+  MOD_int_EI() : RuleItem(EI_int) {}
   template <class V>
   static void rule(V& c) {
     if (!strict(c)) return;
@@ -136,72 +136,72 @@ class MOD_int_EI : public RuleItem<MOD_int_EI> {
 // The orderings yield bool; ints compare signed, reals as IEEE (false
 // whenever either side is NaN).
 
-class LT_int_EI : public RuleItem<LT_int_EI> {
+class LT_int_EI : public RuleItem<LT_int_EI, 2> {
  public:
-  LT_int_EI() : RuleItem(EI_bool, 2) {}
+  LT_int_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).i < c.op(1).i;
   }
 };
 
-class LT_double_EI : public RuleItem<LT_double_EI> {
+class LT_double_EI : public RuleItem<LT_double_EI, 2> {
  public:
-  LT_double_EI() : RuleItem(EI_bool, 2) {}
+  LT_double_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).d < c.op(1).d;
   }
 };
 
-class LE_int_EI : public RuleItem<LE_int_EI> {
+class LE_int_EI : public RuleItem<LE_int_EI, 2> {
  public:
-  LE_int_EI() : RuleItem(EI_bool, 2) {}
+  LE_int_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).i <= c.op(1).i;
   }
 };
 
-class LE_double_EI : public RuleItem<LE_double_EI> {
+class LE_double_EI : public RuleItem<LE_double_EI, 2> {
  public:
-  LE_double_EI() : RuleItem(EI_bool, 2) {}
+  LE_double_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).d <= c.op(1).d;
   }
 };
 
-class GT_int_EI : public RuleItem<GT_int_EI> {
+class GT_int_EI : public RuleItem<GT_int_EI, 2> {
  public:
-  GT_int_EI() : RuleItem(EI_bool, 2) {}
+  GT_int_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).i > c.op(1).i;
   }
 };
 
-class GT_double_EI : public RuleItem<GT_double_EI> {
+class GT_double_EI : public RuleItem<GT_double_EI, 2> {
  public:
-  GT_double_EI() : RuleItem(EI_bool, 2) {}
+  GT_double_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).d > c.op(1).d;
   }
 };
 
-class GE_int_EI : public RuleItem<GE_int_EI> {
+class GE_int_EI : public RuleItem<GE_int_EI, 2> {
  public:
-  GE_int_EI() : RuleItem(EI_bool, 2) {}
+  GE_int_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).i >= c.op(1).i;
   }
 };
 
-class GE_double_EI : public RuleItem<GE_double_EI> {
+class GE_double_EI : public RuleItem<GE_double_EI, 2> {
  public:
-  GE_double_EI() : RuleItem(EI_bool, 2) {}
+  GE_double_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).d >= c.op(1).d;
@@ -209,9 +209,9 @@ class GE_double_EI : public RuleItem<GE_double_EI> {
 };
 
 // The int operand converted exactly to real.
-class INT2REAL_double_EI : public RuleItem<INT2REAL_double_EI> {
+class INT2REAL_double_EI : public RuleItem<INT2REAL_double_EI, 1> {
  public:
-  INT2REAL_double_EI() : RuleItem(EI_double, 1) {}
+  INT2REAL_double_EI() : RuleItem(EI_double) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().d = static_cast<double>(c.op(0).i);
@@ -220,9 +220,9 @@ class INT2REAL_double_EI : public RuleItem<INT2REAL_double_EI> {
 
 // The real operand truncated toward zero. A real outside the 32-bit range,
 // or NaN, gives INT_MIN, as the processor's conversion does.
-class REAL2INT_int_EI : public RuleItem<REAL2INT_int_EI> {
+class REAL2INT_int_EI : public RuleItem<REAL2INT_int_EI, 1> {
  public:
-  REAL2INT_int_EI() : RuleItem(EI_int, 1) {}
+  REAL2INT_int_EI() : RuleItem(EI_int) {}
   template <class V>
   static void rule(V& c) {
     if (!strict(c)) return;

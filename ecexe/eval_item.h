@@ -86,6 +86,10 @@ class EvalItem {
   // itself (its own state, a clock check, a function): those are computed
   // through their items. The base returns null.
   virtual FlatKernel flat_kernel() const;
+  // Memories only: the kernel that ends an instant for memories of this
+  // class in cells, as compute_next() and rewrite() do through the items.
+  // The base returns null.
+  virtual FlatKernel flat_end_kernel() const;
 
   // Back to the state before the first instant: status nil, mark 0,
   // local_reset(), then the operands in order. Stops at items whose mark is
@@ -129,8 +133,8 @@ class EvalItem {
   int demand_operands(unsigned key);
 };
 
-// Ends the process when a clock is not defined: a clock must be true or
-// false at every instant its memory or output is evaluated.
-void check_clock(const EvalItem* clock);
+// Ends the process when a clock's status is not defined: a clock must be
+// true or false at every instant its memory or output is evaluated.
+void check_clock(int status);
 
 #endif

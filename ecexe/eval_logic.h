@@ -11,27 +11,27 @@
 // truth, reals as IEEE (NE is true when either side is NaN), extern words
 // bit for bit.
 
-class EQ_bool_EI : public RuleItem<EQ_bool_EI> {
+class EQ_bool_EI : public RuleItem<EQ_bool_EI, 2> {
  public:
-  EQ_bool_EI() : RuleItem(EI_bool, 2) {}
+  EQ_bool_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = (c.op(0).i != 0) == (c.op(1).i != 0);
   }
 };
 
-class EQ_int_EI : public RuleItem<EQ_int_EI> {
+class EQ_int_EI : public RuleItem<EQ_int_EI, 2> {
  public:
-  EQ_int_EI() : RuleItem(EI_bool, 2) {}
+  EQ_int_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).i == c.op(1).i;
   }
 };
 
-class EQ_double_EI : public RuleItem<EQ_double_EI> {
+class EQ_double_EI : public RuleItem<EQ_double_EI, 2> {
  public:
-  EQ_double_EI() : RuleItem(EI_bool, 2) {}
+  EQ_double_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).d == c.op(1).d;
@@ -39,9 +39,9 @@ class EQ_double_EI : public RuleItem<EQ_double_EI> {
 };
 
 // `type_name`: the symbol of the operands' extern type.
-class EQ_extern_EI : public RuleItem<EQ_extern_EI> {
+class EQ_extern_EI : public RuleItem<EQ_extern_EI, 2> {
  public:
-  explicit EQ_extern_EI(int type_name) : RuleItem(EI_bool, 2), type_name(type_name) {}
+  explicit EQ_extern_EI(int type_name) : RuleItem(EI_bool), type_name(type_name) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).x == c.op(1).x;
@@ -50,36 +50,36 @@ class EQ_extern_EI : public RuleItem<EQ_extern_EI> {
   const int type_name;
 };
 
-class NE_bool_EI : public RuleItem<NE_bool_EI> {
+class NE_bool_EI : public RuleItem<NE_bool_EI, 2> {
  public:
-  NE_bool_EI() : RuleItem(EI_bool, 2) {}
+  NE_bool_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = (c.op(0).i != 0) != (c.op(1).i != 0);
   }
 };
 
-class NE_int_EI : public RuleItem<NE_int_EI> {
+class NE_int_EI : public RuleItem<NE_int_EI, 2> {
  public:
-  NE_int_EI() : RuleItem(EI_bool, 2) {}
+  NE_int_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).i != c.op(1).i;
   }
 };
 
-class NE_double_EI : public RuleItem<NE_double_EI> {
+class NE_double_EI : public RuleItem<NE_double_EI, 2> {
  public:
-  NE_double_EI() : RuleItem(EI_bool, 2) {}
+  NE_double_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).d != c.op(1).d;
   }
 };
 
-class NE_extern_EI : public RuleItem<NE_extern_EI> {
+class NE_extern_EI : public RuleItem<NE_extern_EI, 2> {
  public:
-  explicit NE_extern_EI(int type_name) : RuleItem(EI_bool, 2), type_name(type_name) {}
+  explicit NE_extern_EI(int type_name) : RuleItem(EI_bool), type_name(type_name) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).x != c.op(1).x;
@@ -91,9 +91,9 @@ class NE_extern_EI : public RuleItem<NE_extern_EI> {
 // Three-valued conjunction: a defined false operand makes the result false
 // and defined whatever the other's status; otherwise any nil or divbyzero
 // operand gives the OR of the statuses.
-class AND_bool_EI : public RuleItem<AND_bool_EI> {
+class AND_bool_EI : public RuleItem<AND_bool_EI, 2> {
  public:
-  AND_bool_EI() : RuleItem(EI_bool, 2) {}
+  AND_bool_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (holds(c, 0, false) || holds(c, 1, false)) {
@@ -107,9 +107,9 @@ class AND_bool_EI : public RuleItem<AND_bool_EI> {
 };
 
 // Dual of AND: a defined true operand decides.
-class OR_bool_EI : public RuleItem<OR_bool_EI> {
+class OR_bool_EI : public RuleItem<OR_bool_EI, 2> {
  public:
-  OR_bool_EI() : RuleItem(EI_bool, 2) {}
+  OR_bool_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (holds(c, 0, true) || holds(c, 1, true)) {
@@ -123,9 +123,9 @@ class OR_bool_EI : public RuleItem<OR_bool_EI> {
 };
 
 // a => b: a defined false premise or a defined true conclusion decides.
-class IMPL_bool_EI : public RuleItem<IMPL_bool_EI> {
+class IMPL_bool_EI : public RuleItem<IMPL_bool_EI, 2> {
  public:
-  IMPL_bool_EI() : RuleItem(EI_bool, 2) {}
+  IMPL_bool_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (holds(c, 0, false) || holds(c, 1, true)) {
@@ -138,9 +138,9 @@ class IMPL_bool_EI : public RuleItem<IMPL_bool_EI> {
   }
 };
 
-class NOT_bool_EI : public RuleItem<NOT_bool_EI> {
+class NOT_bool_EI : public RuleItem<NOT_bool_EI, 1> {
  public:
-  NOT_bool_EI() : RuleItem(EI_bool, 1) {}
+  NOT_bool_EI() : RuleItem(EI_bool) {}
   template <class V>
   static void rule(V& c) {
     if (strict(c)) c.value().i = c.op(0).i == 0;
@@ -150,7 +150,7 @@ class NOT_bool_EI : public RuleItem<NOT_bool_EI> {
 // Over any number of operands (true when there are none): DIESE is true
 // when at most one operand is true, NOR when none is. Any undefined operand
 // makes the result undefined, even when the count is already decided.
-class DIESE_bool_EI : public RuleItem<DIESE_bool_EI> {
+class DIESE_bool_EI : public RuleItem<DIESE_bool_EI, -1> {
  public:
   explicit DIESE_bool_EI(int nb_operands) : RuleItem(EI_bool, nb_operands) {}
   template <class V>
@@ -162,7 +162,7 @@ class DIESE_bool_EI : public RuleItem<DIESE_bool_EI> {
   }
 };
 
-class NOR_bool_EI : public RuleItem<NOR_bool_EI> {
+class NOR_bool_EI : public RuleItem<NOR_bool_EI, -1> {
  public:
   explicit NOR_bool_EI(int nb_operands) : RuleItem(EI_bool, nb_operands) {}
   template <class V>
@@ -177,7 +177,7 @@ class NOR_bool_EI : public RuleItem<NOR_bool_EI> {
 // if-then-else, operands 0 condition, 1 then, 2 else. An undefined
 // condition gives its status; otherwise the chosen branch's value and
 // status, the other branch's status being ignored.
-class CondItem : public RuleItem<CondItem> {
+class CondItem : public RuleItem<CondItem, 3> {
  public:
   template <class V>
   static void rule(V& c) {
@@ -189,7 +189,7 @@ class CondItem : public RuleItem<CondItem> {
   }
 
  protected:
-  explicit CondItem(EvalItemType type) : RuleItem(type, 3) {}
+  explicit CondItem(EvalItemType type) : RuleItem(type) {}
 };
 
 class COND_bool_EI : public CondItem {

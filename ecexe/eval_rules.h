@@ -31,11 +31,13 @@ class ItemView {
   EvalItem* item;
 };
 
-// The base of the classes with a rule: `Item` derives from RuleItem<Item>
-// and defines `template <class V> static void rule(V& c)`.
-template <class Item>
+// The base of the classes with a rule: `Item` derives from
+// RuleItem<Item, Arity> and defines `template <class V> static void rule(V&
+// c)`. Arity is the number of operands, or -1 when it varies by item.
+template <class Item, int Arity>
 class RuleItem : public EvalItem {
  public:
+  static constexpr int arity = Arity;
   void compute(unsigned key) override {
     demand_operands(key);
     combine();
@@ -47,12 +49,13 @@ class RuleItem : public EvalItem {
   FlatKernel flat_kernel() const override { return &run_flat<Item>; }
 
  protected:
+  explicit RuleItem(EvalItemType type) : EvalItem(type, Arity) {}
   RuleItem(EvalItemType type, int nb_operands) : EvalItem(type, nb_operands) {}
 };
 
 // The OR of the operands' statuses. Most items are binary: no loop for them.
 template <class V>
-int operands_status(const V& c) {
+inline int operands_status(const V& c) {
   if (c.nb() == 2) return c.st(0) | c.st(1);
   int s = EI_DEFINED;
   for (int k = 0; k < c.nb(); k++) s |= c.st(k);
@@ -63,22 +66,23 @@ int operands_status(const V& c) {
 // defined, i.e. when the caller must now compute the value; otherwise the
 // value keeps what it held.
 template <class V>
-bool strict(V& c) {
-  c.status() = operands_status(c);
-  return c.status() == EI_DEFINED;
+inline bool strict(V& c) {
+  int s = operands_status(c);
+  c.status() = s;
+  return s == EI_DEFINED;
 }
 
 // Takes value and status from operand k (a defined operand gives its value;
 // a nil or divbyzero one only its status).
 template <class V>
-void copy_operand(V& c, int k) {
+inline void copy_operand(V& c, int k) {
   c.status() = c.st(k);
   if (c.st(k) == EI_DEFINED) c.value() = c.op(k);
 }
 
 // A defined operand k holding `truth`.
 template <class V>
-bool holds(const V& c, int k, bool truth) {
+inline bool holds(const V& c, int k, bool truth) {
   return c.st(k) == EI_DEFINED && (c.op(k).i != 0) == truth;
 }
 

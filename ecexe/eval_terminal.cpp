@@ -10,7 +10,7 @@ void InputItem::combine() { status = EI_DEFINED; }
 
 void OutputItem::combine() {
   const EvalItem* clock = operand(1);
-  check_clock(clock);
+  check_clock(clock->status);
   if (!clock->is_true()) {
     absent = 1;
     return;

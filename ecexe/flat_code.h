@@ -21,36 +21,68 @@ struct FlatInstr {
   uint32_t op[3];
 };
 
-// The dense arrays an instruction reads and writes.
+// The dense arrays an instruction reads and writes, and the item of each
+// cell, for the classes that keep state of their own (memories).
 struct FlatCells {
   EvalValue* values;
   int* statuses;
   const uint32_t* wide;
+  EvalItem* const* owners;
 };
 
 // An item's rule applied to cells: the same interface as ItemView
-// (eval_rules.h), so that one rule serves both.
+// (eval_rules.h), so that one rule serves both. `Arity` is the number of
+// operands when the class fixes it, -1 when each item has its own. The
+// view keeps copies of what it reads, which tells the compiler that
+// writing a cell changes neither the instruction nor the arrays' places.
+template <int Arity>
 class FlatView {
  public:
-  FlatView(const FlatInstr& instr, const FlatCells& cells) : in(instr), c(cells) {}
-  int nb() const { return static_cast<int>(in.nb); }
-  const EvalValue& op(int k) const { return c.values[slot(k)]; }
-  int st(int k) const { return c.statuses[slot(k)]; }
-  EvalValue& value() { return c.values[in.dst]; }
-  int& status() { return c.statuses[in.dst]; }
+  FlatView(const FlatInstr& instr, const FlatCells& cells)
+      : in(instr), values(cells.values), statuses(cells.statuses), wide(cells.wide) {}
+  int nb() const { return Arity >= 0 ? Arity : static_cast<int>(in.nb); }
+  const EvalValue& op(int k) const { return values[slot(k)]; }
+  int st(int k) const { return statuses[slot(k)]; }
+  EvalValue& value() { return values[in.dst]; }
+  int& status() { return statuses[in.dst]; }
 
  private:
-  uint32_t slot(int k) const { return in.nb <= 3 ? in.op[k] : c.wide[in.op[0] + k]; }
-  const FlatInstr& in;
-  const FlatCells& c;
+  uint32_t slot(int k) const {
+    if (Arity >= 0 && Arity <= 3) return in.op[k];
+    return in.nb <= 3 ? in.op[k] : wide[in.op[0] + k];
+  }
+  const FlatInstr in;
+  EvalValue* const values;
+  int* const statuses;
+  const uint32_t* const wide;
 };
 
 // Computes a run of instructions of class `Item` with its rule.
 template <class Item>
-void run_flat(const FlatInstr* first, const FlatInstr* last, const FlatCells& cells) {
+inline void run_flat(const FlatInstr* first, const FlatInstr* last, const FlatCells& cells) {
   for (const FlatInstr* in = first; in != last; in++) {
-    FlatView view(*in, cells);
+    FlatView<Item::arity> view(*in, cells);
     Item::rule(view);
+  }
+}
+
+// A run of memories of class `Item` taking their values from their
+// memorised state, at the start of an instant.
+template <class Item>
+inline void recall_flat(const FlatInstr* first, const FlatInstr* last, const FlatCells& cells) {
+  for (const FlatInstr* in = first; in != last; in++) {
+    FlatView<0> view(*in, cells);
+    static_cast<Item*>(cells.owners[in->dst])->recall(view);
+  }
+}
+
+// A run of memories of class `Item` memorising their operands, at the end
+// of an instant.
+template <class Item>
+inline void memorise_flat(const FlatInstr* first, const FlatInstr* last, const FlatCells& cells) {
+  for (const FlatInstr* in = first; in != last; in++) {
+    FlatView<Item::end_arity> view(*in, cells);
+    static_cast<Item*>(cells.owners[in->dst])->memorise(view);
   }
 }
 

@@ -63,7 +63,10 @@ const char* RPEcExe::local_type(int i) { return type_name(exe->local_nodes[i]); 
 
 void* RPEcExe::input_loc(int i) { return location(exe->input_items[i]); }
 void* RPEcExe::output_loc(int i) { return location(exe->output_items[i]); }
-void* RPEcExe::local_loc(int i) { return location(exe->local_items[i]); }
+void* RPEcExe::local_loc(int i) {
+  exe->refresh(exe->local_items[i]);
+  return location(exe->local_items[i]);
+}
 
 int RPEcExe::output_status(int i) { return output_statuses[i]; }
 int RPEcExe::assert_status(int i) { return assertion_statuses[i]; }
@@ -106,7 +109,9 @@ static int status_outcome(int status) {
 
 int RPEcExe::local_code(int i) {
   EvalItem* l = exe->local_items[i];
-  return status_codes[l ? status_outcome(l->status) : ABSENT_OUTCOME];
+  if (!l) return status_codes[ABSENT_OUTCOME];
+  exe->refresh(l);
+  return status_codes[status_outcome(l->status)];
 }
 
 // Only output items can be absent: a local's item, built from a network

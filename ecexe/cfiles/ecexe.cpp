@@ -8,7 +8,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <typeinfo>
 #include <utility>
 
 #include "ecexe/eval_arith.h"
@@ -16,6 +15,7 @@
 #include "ecexe/eval_logic.h"
 #include "ecexe/eval_memory.h"
 #include "ecexe/eval_terminal.h"
+#include "ecexe/flat_program.h"
 #include "foundations/deep_stack.h"
 #include "foundations/errors.h"
 #include "foundations/pty_stream.h"
@@ -130,61 +130,105 @@ namespace {
 class Scheduler {
  public:
   Scheduler(ItemEntry* memories, int first, int last)
-      : first(first), level(last - first + 1, kUnseen), memory(last - first + 1, 0) {
+      : first(first), state(last - first + 1, kUnseen), memory(last - first + 1, 0) {
     for (ItemEntry* m = memories; m; m = m->next) memory[slot(m->item)] = 1;
   }
 
   // Adds what demanding `root` would compute, unless already listed.
   void demand(EvalItem* root, std::vector<EvalItem*>& out) {
-    if (level[slot(root)] != kUnseen) return;
-    level[slot(root)] = kPending;
+    if (state[slot(root)] != kUnseen) return;
+    state[slot(root)] = kPending;
     std::vector<std::pair<EvalItem*, int>> stack{{root, 0}};
     while (!stack.empty()) {
       EvalItem* item = stack.back().first;
       int& k = stack.back().second;
       if (memory[slot(item)] || k == item->nb_operands) {
         out.push_back(item);
-        level[slot(item)] = depth(item);
+        state[slot(item)] = kListed;
         stack.pop_back();
         continue;
       }
       EvalItem* operand = item->operands[k++];
-      if (level[slot(operand)] == kUnseen) {
-        level[slot(operand)] = kPending;
+      if (state[slot(operand)] == kUnseen) {
+        state[slot(operand)] = kPending;
         stack.push_back({operand, 0});
       }
     }
   }
 
-  // Reorders a schedule so that items of one class and one depth come
-  // together: the processor then predicts each call to the next combine(),
-  // where in demand order nearly every call goes somewhere else. Operands
-  // still come before their users, as the depth grows along every operand.
+  // Which items are memories, by serial number - first.
+  const std::vector<char>& memories() const { return memory; }
+
+  // Reorders a schedule into runs of items computed by one kernel, as few
+  // as the dependencies allow, so that a run costs one call and the
+  // processor is not asked to guess which code each item needs: list
+  // scheduling that always takes every ready item of the kernel that has
+  // the most. Operands still come before their users.
   void group(std::vector<EvalItem*>& schedule) {
-    std::stable_sort(schedule.begin(), schedule.end(), [&](EvalItem* a, EvalItem* b) {
-      int la = level[slot(a)], lb = level[slot(b)];
-      if (la != lb) return la < lb;
-      return typeid(*a).before(typeid(*b));
+    size_t n = schedule.size();
+    std::vector<int> position(state.size(), -1);
+    for (size_t i = 0; i < n; i++) position[slot(schedule[i])] = static_cast<int>(i);
+    // The users of each item in this schedule, and how many operands each
+    // user still waits for. A memory waits for nothing.
+    std::vector<int> waits(n, 0), first_user(n + 1, 0), users;
+    auto for_each_edge = [&](auto visit) {
+      for (size_t i = 0; i < n; i++) {
+        EvalItem* item = schedule[i];
+        if (memory[slot(item)]) continue;
+        for (int k = 0; k < item->nb_operands; k++) {
+          int from = position[slot(item->operands[k])];
+          if (from >= 0) visit(from, static_cast<int>(i));
+        }
+      }
+    };
+    for_each_edge([&](int from, int to) {
+      first_user[from + 1]++;
+      waits[to]++;
     });
+    for (size_t i = 0; i < n; i++) first_user[i + 1] += first_user[i];
+    users.resize(first_user[n]);
+    std::vector<int> next_user(first_user.begin(), first_user.end() - 1);
+    for_each_edge([&](int from, int to) { users[next_user[from]++] = to; });
+
+    std::vector<FlatKernel> kernels;
+    std::vector<int> kind(n);
+    for (size_t i = 0; i < n; i++) {
+      FlatKernel k = schedule[i]->flat_kernel();
+      auto at = std::find(kernels.begin(), kernels.end(), k);
+      kind[i] = static_cast<int>(at - kernels.begin());
+      if (at == kernels.end()) kernels.push_back(k);
+    }
+    std::vector<std::vector<int>> ready(kernels.size());
+    for (size_t i = 0; i < n; i++)
+      if (waits[i] == 0) ready[kind[i]].push_back(static_cast<int>(i));
+
+    std::vector<EvalItem*> grouped;
+    grouped.reserve(n);
+    std::vector<int> run;
+    while (grouped.size() < n) {
+      size_t best = 0;
+      for (size_t k = 1; k < ready.size(); k++)
+        if (ready[k].size() > ready[best].size()) best = k;
+      run.swap(ready[best]);
+      for (int i : run) {
+        grouped.push_back(schedule[i]);
+        for (int u = first_user[i]; u < first_user[i + 1]; u++)
+          if (--waits[users[u]] == 0) ready[kind[users[u]]].push_back(users[u]);
+      }
+      run.clear();
+    }
+    schedule.swap(grouped);
   }
 
  private:
   static constexpr int kUnseen = -2;
   static constexpr int kPending = -1;  // on the way down, not listed yet
+  static constexpr int kListed = 0;
 
   int slot(const EvalItem* item) const { return item->number - first; }
 
-  // A memory's compute() reads no operand: it starts a chain. An operand
-  // still pending is a memory's, reached around a cycle: no constraint.
-  int depth(EvalItem* item) {
-    if (memory[slot(item)]) return 0;
-    int d = 0;
-    for (int k = 0; k < item->nb_operands; k++) d = std::max(d, level[slot(item->operands[k])] + 1);
-    return d;
-  }
-
   int first;
-  std::vector<int> level;    // depth of a listed item, or kUnseen / kPending
+  std::vector<int> state;    // kUnseen, kPending or kListed
   std::vector<char> memory;  // whether an item is a memory
 };
 
@@ -201,33 +245,33 @@ void EcExe::build_schedules() {
       scheduler.demand(m->item->operands[k], memory_schedule);
   // Random functions draw in the order items are computed: only without
   // them is any order that computes operands first the same.
-  if (draws_random) return;
-  scheduler.group(output_schedule);
-  scheduler.group(memory_schedule);
-}
-
-namespace {
-
-// The demand rule down a schedule, whose items' operands come before them.
-// The items lie all over the pool: each is fetched a few items ahead, so
-// that its cache line is there when its turn comes.
-void combine_all(const std::vector<EvalItem*>& schedule, unsigned key) {
-  const size_t ahead = 16;
-  size_t n = schedule.size();
-  EvalItem* const* items = schedule.data();
-  for (size_t i = 0; i < n; i++) {
-    if (i + ahead < n) __builtin_prefetch(items[i + ahead]);
-    EvalItem* item = items[i];
-    if (item->mark == key) continue;
-    item->mark = key;
-    item->combine();
+  if (!draws_random) {
+    scheduler.group(output_schedule);
+    scheduler.group(memory_schedule);
   }
+  flat = new FlatPrograms(first_item, EvalItem::counter);
+  outputs_program = flat->compile(output_schedule, scheduler.memories());
+  memory_program = flat->compile(memory_schedule, scheduler.memories());
+  std::vector<EvalItem*> newest_first;
+  for (ItemEntry* m = memory_list; m; m = m->next) newest_first.push_back(m->item);
+  end_program = flat->compile_end(newest_first);
 }
 
-}  // namespace
+// What the memories need, computed from scratch: an instant whose outputs
+// were not computed.
+int EcExe::memory_alone() {
+  if (memory_alone_program >= 0) return memory_alone_program;
+  Scheduler scheduler(memory_list, first_item, EvalItem::counter);
+  std::vector<EvalItem*> schedule;
+  for (ItemEntry* m = memory_list; m; m = m->next)
+    for (int k = 0; k < m->item->nb_operands; k++) scheduler.demand(m->item->operands[k], schedule);
+  if (!draws_random) scheduler.group(schedule);
+  memory_alone_program = flat->compile(schedule, scheduler.memories());
+  return memory_alone_program;
+}
 
 void EcExe::compute_outputs(unsigned key) {
-  combine_all(output_schedule, key);
+  flat->run(outputs_program, key);
   outputs_key = key;
 }
 
@@ -434,14 +478,8 @@ EvalItem* EcExe::new_call_item(Exp* e) {
 }
 
 void EcExe::end_step() {
-  // The memory schedule counts on the outputs' items being computed: when
-  // they were not, each item demands what it needs.
-  if (outputs_key == step_key)
-    combine_all(memory_schedule, step_key);
-  else
-    for (EvalItem* item : memory_schedule) EvalItem::demand(item, step_key);
-  for (ItemEntry* m = memory_list; m; m = m->next) m->item->compute_next(step_key);
-  for (ItemEntry* m = memory_list; m; m = m->next) m->item->rewrite();
+  flat->run(outputs_key == step_key ? memory_program : memory_alone(), step_key);
+  flat->run(end_program, step_key);
   in_step = 0;
 }
 
@@ -457,5 +495,16 @@ int EcExe::abort_step() {
 void EcExe::reset_history() {
   for (int i = 0; i < nb_assertions; i++) assertion_items[i]->reset();
   for (int i = 0; i < nb_outputs; i++) output_items[i]->reset();
+  // The walks above stop at items computed in cells only, whose marks
+  // never moved: those of every program that ran are reset here.
+  for (int p : {outputs_program, memory_program, memory_alone_program})
+    if (p >= 0 && flat->ran(p)) flat->reset(p);
   step_key = 0;
+  // Keys start again from 1: an instant of the new history must not pass
+  // for one whose outputs were computed.
+  outputs_key = 0;
+}
+
+void EcExe::refresh(EvalItem* item) {
+  if (flat) flat->refresh(item);
 }

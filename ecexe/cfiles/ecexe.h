@@ -10,6 +10,7 @@
 #include "ecexe/eval_item.h"
 #include "normalise/net_interface.h"
 
+class FlatPrograms;
 class OutputItem;
 class SymbolTable;
 
@@ -50,6 +51,9 @@ class EcExe : public NetInterface {
   int abort_step();
   // Back to the first instant: every item reset, step key 0.
   void reset_history();
+  // Brings the value and status fields of `item` up to date: an instant
+  // computes most items in the flat programs' cells only.
+  void refresh(EvalItem* item);
 
   unsigned exe_key = 0;
   EvalItem** local_items = nullptr;   // nb_locals entries, null when no item
@@ -63,15 +67,23 @@ class EcExe : public NetInterface {
   unsigned step_key = 0;  // 0 before the first instant and after a reset
   int in_step = 0;        // 1 between the opening of an instant and its end
 
-  // The items in the order demand reaches them, operands first: what the
-  // assertions and outputs need, then what the memories read at the end of
-  // an instant and the outputs did not need. Going down a schedule with the
-  // demand rule computes exactly what demanding the tops would, in the same
-  // order, but without recursion and without each item demanding its
-  // operands again: they are computed when their user is, however deep the
-  // graph.
+  // The items an instant computes, operands first: what the assertions and
+  // outputs need, then what the memories read at the end of an instant and
+  // the outputs did not need. Each is computed once, as demanding the tops
+  // would, but without recursion however deep the graph. With random
+  // functions the order is that of demand, in which they draw; without
+  // them, items computed by one kernel are brought together (any order
+  // with operands first then computes the same).
   std::vector<EvalItem*> output_schedule;
   std::vector<EvalItem*> memory_schedule;
+  // The schedules compiled to flat code, and the program that computes
+  // what the memories need when the outputs were not computed (built on
+  // first use): numbers of programs in `flat`.
+  FlatPrograms* flat = nullptr;
+  int outputs_program = -1;
+  int memory_program = -1;
+  int memory_alone_program = -1;
+  int end_program = -1;  // what the memories memorise
   unsigned outputs_key = 0;  // the instant compute_outputs() last ran for
   bool draws_random = false;  // some item calls random_int or random_bool
   int first_item = 0;         // serial number of the first item built
@@ -91,6 +103,7 @@ class EcExe : public NetInterface {
   void register_locals(Exp* e, EvalItem* item);
   OutputItem* new_output_item(EcType* type);
   void build_schedules();
+  int memory_alone();
 };
 
 #endif
