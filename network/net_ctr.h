@@ -5,6 +5,7 @@
 #ifndef NETWORK_NET_CTR_H
 #define NETWORK_NET_CTR_H
 
+#include "foundations/block_pool.h"
 #include "foundations/fract.h"
 #include "network/exp.h"
 
@@ -14,12 +15,15 @@ class NetCtr {
  public:
   static const int NB_BUCKETS = 5041;  // 71 * 71, never grows
 
-  // One cell of a bucket; new cells are pushed at the head.
+  // One cell of a bucket; new cells are pushed at the head. Cells live as
+  // long as the network: they come from the pool, like its nodes.
   struct HashCell {
     int count;       // cells from this one to the end of the bucket
     HashCell* last;  // the bucket's oldest cell
     Exp* exp;
     HashCell* next;
+    static void* operator new(size_t size) { return pool_allocate(size); }
+    static void operator delete(void*) {}
   };
 
   explicit NetCtr(Net* n);
