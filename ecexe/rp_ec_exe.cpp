@@ -64,8 +64,17 @@ const char* RPEcExe::local_type(int i) { return type_name(exe->local_nodes[i]); 
 void* RPEcExe::input_loc(int i) { return location(exe->input_items[i]); }
 void* RPEcExe::output_loc(int i) { return location(exe->output_items[i]); }
 void* RPEcExe::local_loc(int i) {
+  if (located.empty()) located.assign(exe->nb_locals, 0);
+  if (!located[i]) {
+    located[i] = 1;
+    located_locals.push_back(i);
+  }
   exe->refresh(exe->local_items[i]);
   return location(exe->local_items[i]);
+}
+
+void RPEcExe::refresh_located() {
+  for (int i : located_locals) exe->refresh(exe->local_items[i]);
 }
 
 int RPEcExe::output_status(int i) { return output_statuses[i]; }
@@ -87,11 +96,13 @@ void RPEcExe::end_step() {
   // need by demand, which may reach the held locals' items.
   if (exe->outputs_key != exe->step_key) settle_locals();
   exe->end_step();
+  refresh_located();
 }
 
 void RPEcExe::reset_history() {
   settle_locals();
   exe->reset_history();
+  refresh_located();
 }
 
 void RPEcExe::settle_locals() {
@@ -154,6 +165,7 @@ int RPEcExe::eval_outputs() {
   // keeps what the last instant that computed it left.
   for (int i : read_locals) local_statuses[i] = local_code(i);
   pending = true;
+  refresh_located();
   return problems;
 }
 

@@ -44,7 +44,8 @@ class RPEcExe : public RPExe {
   int nb_locals() override;
   const char* local_ident(int i) override;
   const char* local_type(int i) override;
-  // Must not be asked for a local without an item.
+  // Must not be asked for a local without an item. From then on the
+  // location follows the local's value at every instant.
   void* local_loc(int i) override;
   int local_status(int i) override;
   int allows_eval_outputs() override;
@@ -73,6 +74,12 @@ class RPEcExe : public RPExe {
   // The others, whose items the end of the instant may compute again, are
   // read by eval_outputs() itself.
   void settle_locals();
+  // Most items are computed in the evaluator's cells, not in their own
+  // fields: the locals whose location was handed out have their items
+  // brought up to date whenever an instant computes, or a reset clears.
+  void refresh_located();
+  std::vector<int> located_locals;
+  std::vector<char> located;
   int local_code(int i);
   std::vector<int> held_locals;
   std::vector<int> read_locals;

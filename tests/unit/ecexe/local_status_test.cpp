@@ -1,6 +1,7 @@
 // local_status_test.cpp -- locals report the statuses their items had when
 // the outputs were last evaluated, whether the outputs need them or only
-// the memories do, and keep reporting them after a reset.
+// the memories do, and keep reporting them after a reset; their locations
+// hold their current values.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -32,6 +33,23 @@ TEST(LocalStatusTest, StatusesAsTheLastEvaluationLeftThem) {
   p->reset_history();
   EXPECT_EQ(p->local_status(0), RP_DEFINED);
   EXPECT_EQ(p->local_status(1), RP_DEFINED);
+}
+
+TEST(LocalStatusTest, ALocationFollowsItsLocal) {
+  const std::string text =
+      "node f(a: int) returns (o: int);\nvar seen, later: int;\n"
+      "let seen = a + 1; later = a * 2; o = seen + (0 -> pre later); tel\n";
+  RPEcExe* p = new RPEcExe();
+  ASSERT_EQ(p->init(nettest::write_temp(text).c_str(), nettest::symbols()), 0);
+  const int* seen = static_cast<int*>(p->local_loc(0));
+  const int* later = static_cast<int*>(p->local_loc(1));
+  int* a = static_cast<int*>(p->input_loc(0));
+  for (int v : {3, -4, 10}) {
+    *a = v;
+    ASSERT_EQ(p->step(), 0);
+    EXPECT_EQ(*seen, v + 1);
+    EXPECT_EQ(*later, 2 * v);
+  }
 }
 
 }  // namespace
