@@ -9,16 +9,21 @@
 #include "foundations/errors.h"
 
 FlatPrograms::FlatPrograms(int first_item, int last_item)
-    : first_item(first_item), cells(last_item - first_item + 1, -1) {}
+    : first_item(first_item), cells(last_item - first_item + 1, -1) {
+  owners.reserve(cells.size());
+  ruled.reserve(cells.size());
+  values.reserve(cells.size());
+  statuses.reserve(cells.size());
+}
 
 int FlatPrograms::cell_of(const EvalItem* item) const { return cells[item->number - first_item]; }
 
-uint32_t FlatPrograms::add_cell(EvalItem* item) {
+uint32_t FlatPrograms::add_cell(EvalItem* item, FlatKernel kernel) {
   int& cell = cells[item->number - first_item];
   if (cell < 0) {
     cell = static_cast<int>(owners.size());
     owners.push_back(item);
-    ruled.push_back(item->flat_kernel() != nullptr);
+    ruled.push_back(kernel != nullptr);
     values.push_back(item->value);
     statuses.push_back(item->status);
   }
@@ -27,12 +32,15 @@ uint32_t FlatPrograms::add_cell(EvalItem* item) {
 
 int FlatPrograms::compile(const std::vector<EvalItem*>& schedule, const std::vector<char>& memory) {
   Program p;
-  for (EvalItem* item : schedule) add_cell(item);
+  p.code.reserve(schedule.size());
+  p.items.reserve(schedule.size());
   for (EvalItem* item : schedule) {
-    // A memory reads its operands only at the end of the instant, and they
-    // may come after it: it has none here.
+    // Operands come first, so they have cells already. A memory reads its
+    // operands only at the end of the instant, and they may come after it:
+    // it has none here.
     bool is_memory = memory[item->number - first_item];
-    add_instr(p, item, is_memory ? 0 : item->nb_operands, item->flat_kernel());
+    FlatKernel kernel = item->flat_kernel();
+    add_instr(p, add_cell(item, kernel), item, is_memory ? 0 : item->nb_operands, kernel);
   }
   programs.push_back(std::move(p));
   return static_cast<int>(programs.size()) - 1;
@@ -46,14 +54,15 @@ int FlatPrograms::compile_end(const std::vector<EvalItem*>& memories) {
   Program p;
   for (FlatKernel kernel : kernels)
     for (EvalItem* m : memories)
-      if (m->flat_end_kernel() == kernel) add_instr(p, m, m->nb_operands, kernel);
+      if (m->flat_end_kernel() == kernel) add_instr(p, cell_of(m), m, m->nb_operands, kernel);
   programs.push_back(std::move(p));
   return static_cast<int>(programs.size()) - 1;
 }
 
-void FlatPrograms::add_instr(Program& p, EvalItem* item, uint32_t nb, FlatKernel kernel) {
+void FlatPrograms::add_instr(Program& p, int cell, EvalItem* item, uint32_t nb, FlatKernel kernel) {
+  if (cell < 0) IError("FlatPrograms::add_instr : item %d has no cell", item->number);
   FlatInstr in{};
-  in.dst = add_cell(item);
+  in.dst = static_cast<uint32_t>(cell);
   in.nb = nb;
   if (nb > 3) in.op[0] = static_cast<uint32_t>(wide.size());
   for (uint32_t k = 0; k < nb; k++) {

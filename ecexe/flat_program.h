@@ -53,10 +53,11 @@ class FlatPrograms {
   };
 
   int cell_of(const EvalItem* item) const;
-  uint32_t add_cell(EvalItem* item);
-  // Appends the instruction of `item` with its first `nb` operands, computed
-  // by `kernel`.
-  void add_instr(Program& p, EvalItem* item, uint32_t nb, FlatKernel kernel);
+  // The cell of `item`, made if it has none; `kernel` is its class's.
+  uint32_t add_cell(EvalItem* item, FlatKernel kernel);
+  // Appends the instruction of `item`, whose cell is `cell`, with its first
+  // `nb` operands, computed by `kernel`.
+  void add_instr(Program& p, int cell, EvalItem* item, uint32_t nb, FlatKernel kernel);
   // refresh(), and marks the item as computed for `key`: an operand of an
   // item computed through its fields.
   void settle(EvalItem* item, unsigned key);

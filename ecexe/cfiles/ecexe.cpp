@@ -170,25 +170,24 @@ class Scheduler {
     for (size_t i = 0; i < n; i++) position[slot(schedule[i])] = static_cast<int>(i);
     // The users of each item in this schedule, and how many operands each
     // user still waits for. A memory waits for nothing.
-    std::vector<int> waits(n, 0), first_user(n + 1, 0), users;
-    auto for_each_edge = [&](auto visit) {
-      for (size_t i = 0; i < n; i++) {
-        EvalItem* item = schedule[i];
-        if (memory[slot(item)]) continue;
-        for (int k = 0; k < item->nb_operands; k++) {
-          int from = position[slot(item->operands[k])];
-          if (from >= 0) visit(from, static_cast<int>(i));
-        }
+    std::vector<std::pair<int, int>> edges;  // (operand, user)
+    edges.reserve(2 * n);
+    for (size_t i = 0; i < n; i++) {
+      EvalItem* item = schedule[i];
+      if (memory[slot(item)]) continue;
+      for (int k = 0; k < item->nb_operands; k++) {
+        int from = position[slot(item->operands[k])];
+        if (from >= 0) edges.push_back({from, static_cast<int>(i)});
       }
-    };
-    for_each_edge([&](int from, int to) {
-      first_user[from + 1]++;
-      waits[to]++;
-    });
+    }
+    std::vector<int> waits(n, 0), first_user(n + 1, 0), users(edges.size());
+    for (const auto& e : edges) {
+      first_user[e.first + 1]++;
+      waits[e.second]++;
+    }
     for (size_t i = 0; i < n; i++) first_user[i + 1] += first_user[i];
-    users.resize(first_user[n]);
     std::vector<int> next_user(first_user.begin(), first_user.end() - 1);
-    for_each_edge([&](int from, int to) { users[next_user[from]++] = to; });
+    for (const auto& e : edges) users[next_user[e.first]++] = e.second;
 
     std::vector<FlatKernel> kernels;
     std::vector<int> kind(n);
