@@ -62,6 +62,10 @@ ExpList* ExpList::append(ExpList* list, ExpList* other) {
 
 /* ------------------------------------------------------------ construction */
 
+Exp** Exp::new_operands(int count) {
+  return static_cast<Exp**>(pool_allocate(sizeof(Exp*) * (count > 0 ? count : 1)));
+}
+
 void Exp::init(ExpNature n, int count) {
   type = nullptr;
   clock = -1;
@@ -70,7 +74,7 @@ void Exp::init(ExpNature n, int count) {
   ident = 0;
   nature = n;
   arity = count;
-  operands = new Exp*[count > 0 ? count : 1];
+  operands = new_operands(count);
   param = 0;
   int_coefs = nullptr;
   int_const = 0;

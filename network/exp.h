@@ -113,6 +113,9 @@ class Exp {
   // from the pool, never freed.
   static void* operator new(size_t size) { return pool_allocate(size); }
   static void operator delete(void*) {}
+  // An operand array of `count` entries (room for one when there are
+  // none), from the pool like the node: operand arrays are never freed.
+  static Exp** new_operands(int count);
 
   Exp(ExpNature n, Exp* op);
   Exp(ExpNature n, Exp* op, int p);

@@ -178,7 +178,6 @@ Exp* NetCtr::getabox() { return new Exp(ERROR_n, 0, static_cast<Exp**>(nullptr))
 void NetCtr::update(Exp* box, Exp* model) {
   if (box->nature != ERROR_n)
     IError("file 'netctr':\nbuild_net : NetCtr::update : already updated expression");
-  delete[] box->operands;
   *box = *model;
 }
 

@@ -157,7 +157,7 @@ void NormNet::build_representatives() {
     Exp* rep = representatives[c];
     type(member);
     ctr->update(rep, member);
-    rep->operands = new Exp*[member->arity > 0 ? member->arity : 1];
+    rep->operands = Exp::new_operands(member->arity);
     for (int i = 0; i < member->arity; i++) {
       Exp* o = through_ref(member->operands[i]);
       rep->operands[i] = o->mark > 0 ? representatives[o->mark - 1] : o;
