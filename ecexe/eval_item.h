@@ -72,8 +72,8 @@ class EvalItem {
   // and returns -1.
   virtual int extern_type_name();
 
-  // The operations below come after those every item class has always
-  // had.
+  // The operations below come after the ones above in the virtual table,
+  // so that those keep their places.
 
   // compute() without the demand: combines the operands as they stand,
   // which must all be computed for the instant already. Every class's
