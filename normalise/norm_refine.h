@@ -55,6 +55,7 @@ class NormRefinement {
   // node's index or a leaf's negative number.
   std::vector<int> first_operand, operands;
   std::vector<int> first_user, users;  // the same, for the nodes using v
+  std::vector<char> commutative;       // whether v's two operands commute
   // Blocks: doubly linked member lists.
   std::vector<int> block, next, prev, head, size;
   int round = 0;
