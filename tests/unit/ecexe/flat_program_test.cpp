@@ -154,6 +154,10 @@ TEST(FlatProgram, AgreesWithTheItemsOnHandWrittenPrograms) {
       "node m(x: int; b: bool) returns (y, z: int; t: bool);\nvar u: int;\n"
       "let y = pre pre x; z = 0 -> pre z + pre y + pre u; t = true -> not pre t and b;\n"
       "  u = x * 3 - 1;\ntel.\n",
+      // an abstract type and declared constants, nil until a reset
+      "type T;\nconst k: int; w: T;\n"
+      "node e(a, b: T; c: bool; x: int) returns (s: bool; t: T; y: int);\n"
+      "let s = a = b or a <> w; t = if c then a else (w -> pre b); y = x + k;\ntel.\n",
   };
   unsigned seed = 1;
   for (const char* program : programs) compare(program, seed++, 300);
