@@ -73,14 +73,11 @@ TEST(StringTapeTest, TextsFillPagesExactlyThenMoveOn) {
 TEST(SymbolTableTest, SymbolsAreDenseFromOne) {
   SymbolTable table(1000, 5041);
   EXPECT_EQ(table.find("n.iop"), 0);
-  int n = table.add("%s.iop", "n");
-  EXPECT_EQ(n, 1);
+  EXPECT_EQ(table.add("%s.iop", "n"), 1);
   EXPECT_EQ(table.add("n.iop"), 1);
   EXPECT_EQ(table.add("x"), 2);
-  EXPECT_EQ(table.string_tape().strings(), 2);
   EXPECT_EQ(table.find("%c", 'x'), 2);
-  EXPECT_STREQ(table.text(1), "n.iop");
-  EXPECT_STREQ(table[2], "x");
+  EXPECT_STREQ(table[1], "n.iop");
 
   int id = -7;
   EXPECT_EQ(table.find_then_get(&id, "nothing"), 0);
@@ -91,7 +88,6 @@ TEST(SymbolTableTest, SymbolsAreDenseFromOne) {
   EXPECT_EQ(id, 3);
   EXPECT_EQ(table.find_then_add(&id, "y1"), 1);
   EXPECT_EQ(id, 3);
-  EXPECT_EQ(table.size(), 3);
 }
 
 TEST(SymbolTableTest, IterationFollowsSymbolOrder) {
@@ -108,22 +104,17 @@ TEST(SymbolTableTest, IterationFollowsSymbolOrder) {
             "symbol[  1]= \"c\"\nsymbol[  2]= \"a\"\nsymbol[  3]= \"b\"\n");
 }
 
+// The index is a list of chunks of 1000 entries: texts are found across
+// chunk boundaries, and reading far ahead is no fault.
 TEST(SymbolTableTest, IndexGrowsByChunksOnWriteAndRead) {
   SymbolTable table(1000, 5041);
-  for (int i = 1; i <= 1000; i++) table.add("s%d", i);
-  EXPECT_EQ(table.string_array().nb_chunks(), 1);
-  EXPECT_EQ(table.string_array().first()->max_used, 999);
-  EXPECT_EQ(table.add("s1001"), 1001);
-  EXPECT_EQ(table.string_array().nb_chunks(), 2);
-  EXPECT_EQ(table.string_array().first()->next->base, 1000);
-  EXPECT_STREQ(table.text(1001), "s1001");
-  EXPECT_STREQ(table.text(500), "s500");
-
+  for (int i = 1; i <= 2500; i++) table.add("s%d", i);
+  for (int i : {1, 999, 1000, 1001, 2500}) EXPECT_EQ(table.text(i), "s" + std::to_string(i));
+  EXPECT_EQ(table.string_array().nb_chunks(), 3);
   SymbolTable fresh(1000, 5041);
-  EXPECT_EQ(fresh.text(1001), nullptr);  // reading ahead creates the chunk
-  EXPECT_EQ(fresh.string_array().nb_chunks(), 2);
-  EXPECT_EQ(fresh.string_array().first()->max_used, 999);
-  EXPECT_EQ(fresh.string_array().first()->next->max_used, 0);
+  EXPECT_EQ(fresh.text(1001), nullptr);
+  EXPECT_EQ(fresh.add("a"), 1);
+  EXPECT_STREQ(fresh.text(1), "a");
 }
 
 }  // namespace

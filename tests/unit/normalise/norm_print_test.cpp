@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <fstream>
-#include <sstream>
 #include <sys/wait.h>
 
 #include "network/net_fixture.h"
@@ -42,10 +40,7 @@ ToolRun run_ecprint(const std::string& args) {
   for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) run.out.append(buffer, n);
   int raw = pclose(pipe);
   run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-  std::ifstream err(err_path);
-  std::stringstream text;
-  text << err.rdbuf();
-  run.err = text.str();
+  run.err = testsupport::file_text(err_path);
   return run;
 }
 

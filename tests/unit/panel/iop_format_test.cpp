@@ -120,16 +120,13 @@ TEST_F(IopFormatTest, ReaderOutcomes) {
   };
   for (const ReadCase& c : table) {
     SCOPED_TRACE(c.what);
-    char path[] = "/tmp/iop_read_XXXXXX";
-    FILE* f = fdopen(mkstemp(path), "w");
-    fputs(c.description, f);
-    fclose(f);
+    std::string path = testsupport::write_temp(c.description, ".iop");
     testing::internal::CaptureStderr();
-    EXPECT_EQ(new_panel()->read_iop(path), c.result);
+    EXPECT_EQ(new_panel()->read_iop(path.c_str()), c.result);
     std::string expected = c.messages;
     for (size_t at; (at = expected.find("%s")) != std::string::npos;) expected.replace(at, 2, path);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), expected);
-    remove(path);
+    remove(path.c_str());
   }
 }
 
