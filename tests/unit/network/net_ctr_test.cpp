@@ -135,17 +135,6 @@ TEST(NetCtrTest, LongTuplesHashOnTheirLastSixteenOperands) {
   EXPECT_NE(NetCtr::tuple_hash_code(20, ops), NetCtr::tuple_hash_code(20, other));
 }
 
-TEST(NetCtrTest, BoxesFilledOnceThenFound) {
-  Ctr c = make_ctr();
-  NetCtr& k = *c.ctr;
-  Exp* box = k.getabox();
-  EXPECT_EQ(box->nature, ERROR_n);
-  Exp model(MINUS_n, c.x, c.z);
-  k.update(box, &model);
-  k.put_in_hash_tab(box);
-  EXPECT_EQ(k(MINUS_n, c.x, c.z), box);
-}
-
 TEST(NetCtrDeathTest, InternalErrors) {
   Ctr c = make_ctr();
   NetCtr& k = *c.ctr;

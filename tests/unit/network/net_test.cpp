@@ -1,6 +1,6 @@
-// net_test.cpp -- the network model: predefined declarations, types,
-// annotation slots and operand lists. Declarations read from ec text are
-// checked through the parser in ec_parse_test.cpp.
+// net_test.cpp -- the network model: predefined declarations, types and
+// annotation slots. Declarations read from ec text, and the operand lists
+// the parser builds, are checked through the parser in ec_parse_test.cpp.
 #include "network/net.h"
 
 #include <gtest/gtest.h>
@@ -42,20 +42,6 @@ TEST(NetTest, TypesAreFoundByIdentity) {
   EXPECT_EQ(net->define_type(key("U")), u);
 }
 
-TEST(NetTest, SymbolInfoArrayGrowsByChunks) {
-  SymbolInfoArray a(200, 0);
-  IdentInfo far(INPUT_ID, 450, nullptr, 1);
-  a[450] = &far;
-  EXPECT_EQ(a.size(), 451);
-  EXPECT_EQ(a[450], &far);
-  EXPECT_EQ(a[250], nullptr);
-  FuncInfo f(0, 0, 0, nullptr, nullptr, nullptr, nullptr);
-  Net* net = fresh_net();
-  (*net->idents)[key("fn")] = &f;
-  EXPECT_EQ(net->get_ident_info(key("fn")), nullptr) << "a function is no identifier";
-  EXPECT_EQ(net->get_func_info(key("fn")), &f);
-}
-
 TEST(ExpTest, AnnotationSlotsStaySorted) {
   Exp& e = *make_exp(NOT_n, static_cast<Exp*>(nullptr));
   int five = 5, nine = 9;
@@ -70,30 +56,6 @@ TEST(ExpTest, AnnotationSlotsStaySorted) {
   EXPECT_EQ(e.get_ptr_info(9), &nine);
   EXPECT_EQ(e.get_ptr_info(5), &five);
   for (int absent : {1, 6, 10}) EXPECT_EQ(e.get_int_info(absent), 0) << absent;
-}
-
-TEST(ExpTest, ListsRepairedAfterConcatenation) {
-  Exp* leaves[5];
-  for (Exp*& l : leaves) l = make_exp(INPUT_n, 1, nullptr, 1);
-  ExpList* a = new ExpList(leaves[0]);
-  ExpList* b = new ExpList(leaves[1]);
-  b->next = new ExpList(leaves[2]);
-  b->last = b->next;
-  b->length = 2;
-  ExpList* c = new ExpList(leaves[3]);
-  c->next = new ExpList(leaves[4]);  // stale: c still believes it is alone
-  a->next = b;                         // joined by hand, a is stale too
-  Exp* node = make_exp(TUPLE_n, a);
-  ASSERT_EQ(node->arity, 3);
-  b->last->next = c;
-  a->uplast();
-  EXPECT_EQ(a->length, 5);
-  EXPECT_EQ(a->last, c->next);
-  Exp* all = make_exp(DIESE_n, a);
-  ASSERT_EQ(all->arity, 5);
-  for (int i = 0; i < 5; i++) EXPECT_EQ(all->operands[i], leaves[i]);
-  EXPECT_EQ((make_exp(NOR_n, static_cast<ExpList*>(nullptr)))->arity, 0);
-  FreeExpList(a);
 }
 
 }  // namespace

@@ -52,20 +52,6 @@ TEST(NormNetTest, NormalFormsOfSmallPrograms) {
   }
 }
 
-TEST(NormNetTest, EveryRequestBuildsANodeUntilMinimisation) {
-  NormNet* net = parse_norm(std::string(kHeader) +
-                            "returns (x, y: bool);\nlet x = a and b; y = a and b; tel\n");
-  net->normalise();
-  EXPECT_NE(net->norm(normtest::key("x")), net->norm(normtest::key("y")));
-  EXPECT_EQ(net->nb_nodes, 2);
-  EXPECT_EQ(net->nb_requests, 2);
-  EXPECT_EQ(net->nb_operands, 4);
-  // The node list holds the newest node first, each with class 1.
-  ASSERT_NE(net->node_list, nullptr);
-  EXPECT_EQ(net->node_list->exp, net->norm(normtest::key("y")));
-  EXPECT_EQ(net->node_list->exp->mark, 1);
-}
-
 TEST(NormNetTest, SharedSourceNodeIsTranslatedOnce) {
   // Both projections read one call node: its translation is memoised.
   NormNet* net = parse_norm(

@@ -103,12 +103,6 @@ TEST_F(IOPanelDeathTest, ConflictsAndRefusalsAreFatal) {
          p->give_a_name(s->add("b"), box);
        },
        "  Error :\nIOPanel: can't give name 'b' (already named by 'a')\n"},
-      {"a layout panel under an input's name",
-       [&](IOPanel* p, SymbolTable* s) {
-         in(p, s, "x");
-         p->give_a_name(s->add("x"), p->createPanelBox());
-       },
-       "  Error :\nIOPanel can't give name 'x' (already used)\n"},
       {"an output under an input's name",
        [&](IOPanel* p, SymbolTable* s) {
          in(p, s, "x");
@@ -121,15 +115,6 @@ TEST_F(IOPanelDeathTest, ConflictsAndRefusalsAreFatal) {
          in(p, s, "x");
        },
        "  Error :\nIOPanel:createPanelInput : name 'x' already used\n"},
-      {"a named panel as top",
-       [&](IOPanel* p, SymbolTable* s) { p->define_top(in(p, s, "x")); },
-       "  Error :\nIOPanel: can't give name 'top' (already named by 'x')\n"},
-      {"a second top",
-       [](IOPanel* p, SymbolTable*) {
-         p->define_top(p->createPanelBox());
-         p->define_top(p->createPanelBox());
-       },
-       "  Error :\nIOPanel can't give name 'top' (already used)\n"},
       {"a top set without its name",
        [](IOPanel* p, SymbolTable*) {
          p->top = p->createPanelBox();
