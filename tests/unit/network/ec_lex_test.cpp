@@ -46,20 +46,6 @@ TEST(EcLexTest, TokenStreams) {
   for (const Case& c : cases) EXPECT_EQ(tokens_of(c.text), c.tokens) << "input: " << c.text;
 }
 
-// The parser takes the text of literals and identifiers from the lexer.
-TEST(EcLexTest, TextsKeptForTheParser) {
-  ec::input = fopen(write_temp("and true int 7 zz").c_str(), "r");
-  ec::yylexInit();
-  ec_lex();
-  for (const char* text : {"true", "int", "7", "zz"}) {
-    EXPECT_GT(ec_lex(), 0) << text;
-    EXPECT_STREQ(ec_lval.text, text);
-    free(ec_lval.text);
-  }
-  EXPECT_EQ(ec_lex(), -1);
-  fclose(ec::input);
-}
-
 TEST(EcLexDeathTest, FatalLexicalErrors) {
   struct Case {
     std::string text;

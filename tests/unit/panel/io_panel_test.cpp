@@ -1,5 +1,6 @@
-// io_panel_test.cpp -- the panel registry and tree: naming rules, the
-// creation of nodes, sons of forms and the operations the base refuses.
+// io_panel_test.cpp -- the panel tree built by hand: sons linked twice, the
+// pop-up's son, and the naming conflicts and operations the base refuses.
+// Trees read from descriptions are checked in iop_format_test.cpp.
 #include "panel/io_panel.h"
 
 #include <functional>
@@ -22,39 +23,6 @@ const char LINKED_TWICE[] =
     "  Warning :\nPanelForm::append\n  Warning :\n   node already linked (are you building a dag ?)\n";
 
 }  // namespace
-
-TEST_F(IOPanelTest, LeavesAreRegisteredInDeclarationOrder) {
-  Panel* a = panel->createPanelInput(key("a"), panel->int_key, nullptr);
-  Panel* y = panel->createPanelOutput(key("y"), panel->real_key, nullptr);
-  Panel* b = panel->createPanelInput(key("b"), panel->bool_key, nullptr);
-  ASSERT_EQ(panel->inputs.size(), 2u);
-  EXPECT_EQ(panel->inputs[0], a);
-  EXPECT_EQ(panel->inputs[1], b);
-  EXPECT_EQ(panel->get_by_name(key("y")), y);
-  EXPECT_EQ(panel->get_by_name(key("nothing")), nullptr);
-
-  Panel* box = panel->createPanelBox();
-  EXPECT_EQ(panel->get_by_name(-1), nullptr) << "anonymous panels are not registered";
-  panel->give_a_name(key("spacer"), box);
-  EXPECT_EQ(panel->get_by_name(key("spacer")), box);
-  panel->define_top(panel->createPanelCol(new PanelList{box, nullptr}));
-  EXPECT_EQ(panel->top->name, key("top"));
-}
-
-TEST_F(IOPanelTest, FormsKeepTheirSonsInOrder) {
-  Panel* a = panel->createPanelInput(key("a"), panel->int_key, nullptr);
-  Panel* b = panel->createPanelInput(key("b"), panel->int_key, nullptr);
-  Panel* c = panel->createPanelInput(key("c"), panel->int_key, nullptr);
-  Panel* d = panel->createPanelInput(key("d"), panel->int_key, nullptr);
-  auto* form = static_cast<PanelForm*>(
-      panel->createPanelLine(new PanelList{a, new PanelList{b, new PanelList{c, nullptr}}}));
-  EXPECT_EQ(form->mode, PANEL_LINE);
-  EXPECT_EQ(names_of_sons(panel, form), "a b c ");
-  EXPECT_EQ(b->linked, 1);
-  form->append_son(d);
-  EXPECT_EQ(names_of_sons(panel, form), "a b c d ");
-  panel->define_top(form);
-}
 
 TEST_F(IOPanelTest, SonLinkedTwiceWarnsAndStaysInBothForms) {
   Panel* a = panel->createPanelInput(key("a"), panel->int_key, nullptr);
