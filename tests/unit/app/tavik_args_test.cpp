@@ -82,17 +82,4 @@ TEST(TavikArgsTest, HelpShowsTheVisibleRows) {
               "    -dbgtk : generates extra Tcl code to debug the panel\n$");
 }
 
-TEST(TavikArgsTest, FullUsageAddsTheLongSpellings) {
-  Parsed p({});
-  testing::internal::CaptureStderr();
-  p.args->usage(1);
-  std::string all = testing::internal::GetCapturedStderr();
-  EXPECT_NE(all.find("    -help : display available options\n"), std::string::npos);
-  EXPECT_NE(all.find("    -panel <file>[.iop] : select the panel interface\n"), std::string::npos);
-  testing::internal::CaptureStderr();
-  p.args->usage();
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "tavik Version 1.75\nusage: tavik [options] <file.ec> | tavik -help\n");
-}
-
 }  // namespace

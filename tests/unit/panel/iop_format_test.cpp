@@ -160,10 +160,8 @@ TEST_F(IopFormatTest, MissingFilesWarn) {
 TEST_F(IopFormatTest, BarePanelsKeywordComesFromLeavesWithoutLayout) {
   ASSERT_EQ(read_text("inputs a : int;"), 1);
   std::string text = written();
+  // which does not read back (ReaderOutcomes: "a bare panels keyword").
   EXPECT_EQ(text, "inputs\n   a : int;\npanels\n");
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(read_text(text, new_panel()), 0);
-  testing::internal::GetCapturedStderr();
 }
 
 TEST_F(IopFormatDeathTest, FatalReadingErrors) {
