@@ -1,5 +1,6 @@
 // norm_minimize_test.cpp -- classes found by minimisation, the shared
-// representatives built from them, and the progress messages.
+// representatives built from them, and the boolean optimisation's report.
+// The minimisation's progress messages are checked through ecprint.
 #include <gtest/gtest.h>
 
 #include "foundations/errors.h"
@@ -80,31 +81,6 @@ TEST(NormMinimizeTest, RepresentativesAreSharedAndFormTheMemoryCycle) {
   Exp* last = x->operands[2]->operands[0];
   ASSERT_EQ(last->nature, LAST_n);
   EXPECT_EQ(last->operands[0], x);
-}
-
-struct MessageCase {
-  const char* body;
-  int mode;
-  const char* expected;
-};
-
-TEST(NormMinimizeTest, VerboseMessages) {
-  const MessageCase cases[] = {
-      {"returns (x, y: bool);\nlet x = a and b; y = b and a; tel\n", 0,
-       "start normalisation ... done\nstart minimal network generation . done (2 -> 1 nodes)\n"},
-      // A split makes a second pass, announced by a dot.
-      {"returns (x, y: bool);\nlet x = a => b; y = b => a; tel\n", 0,
-       "start normalisation ... done\nstart minimal network generation .. done (2 -> 2 nodes)\n"},
-  };
-  for (const MessageCase& t : cases) {
-    NormNet* net = parse_norm(std::string(kHeader) + t.body, t.mode);
-    set_verbose_mode(1);
-    ::testing::internal::CaptureStderr();
-    net->build();
-    std::string text = ::testing::internal::GetCapturedStderr();
-    set_verbose_mode(0);
-    EXPECT_EQ(text, t.expected) << t.body;
-  }
 }
 
 TEST(NormMinimizeTest, BoolOptimisationReportsNodeCounts) {

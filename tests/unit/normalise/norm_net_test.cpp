@@ -42,6 +42,8 @@ TEST(NormNetTest, NormalFormsOfSmallPrograms) {
       {"(o: int)", "var l: int; let l = i; o = l + 1; tel", "o", "PLUS(l,1)"},
       // A call keeps its function and translates its argument.
       {"(o: int)", "let o = pre f(i); tel", "o", "LAST(CALL(i))"},
+      // Boolean simplification is off by default.
+      {"(o: bool)", "let o = if a then true else b; tel", "o", "IF(a,true,b)"},
   };
   for (const NormalFormCase& t : cases) {
     std::string text = std::string("function f(a: int) returns (r: int);\n") + kHeader +
@@ -112,13 +114,6 @@ TEST(NormNetTest, BooleanSimplificationWhenSwitchedOn) {
     Exp* e = net->get_norm_exp(t.nature, arity, ops, 0, net->true_key);
     EXPECT_EQ(term(net, e), t.expected) << nodekey(t.nature) << " " << t.ops[0];
   }
-}
-
-TEST(NormNetTest, SimplificationIsOffByDefault) {
-  NormNet* net = parse_norm(std::string(kHeader) +
-                            "returns (o: bool);\nlet o = if a then true else b; tel\n");
-  net->normalise();
-  EXPECT_EQ(norm_term(net, "o"), "IF(a,true,b)");
 }
 
 TEST(NormNetDeathTest, UndefinedUndeclaredVariablesAndClocksAreFatal) {
