@@ -31,6 +31,8 @@ std::string section(const std::string& text, const std::string& first, const std
 
 }  // namespace
 
+// The label is copied between double quotes as read: with a quote inside,
+// as here, the title and button lines are not valid Tcl (an open fault).
 TEST_F(TkScriptTest, PopupIsAWithdrawnWindowTogglingWithBothButtons) {
   ASSERT_EQ(read_text("outputs b : bool; panels top = popup \"Lamp \\\"1\\\"\" $b;"), 1);
   panel->module = key("m");
