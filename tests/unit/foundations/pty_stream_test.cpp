@@ -6,21 +6,14 @@
 
 #include <string>
 
+#include "test_support.h"
+
 namespace {
 
-// Runs `write` on a stream over a temporary file and returns the text.
+// What `write` puts on a stream over a temporary file.
 template <typename F>
 std::string written(int width, const char* indent, F write) {
-  FILE* f = tmpfile();
-  {
-    PtyStream out(f, width, indent);
-    write(out);
-    out.flush();
-    rewind(f);
-    std::string text;
-    for (int c; (c = fgetc(f)) != EOF;) text += static_cast<char>(c);
-    return text;  // the destructor closes f
-  }
+  return testsupport::printed([&](PtyStream* out) { write(*out); }, width, indent);
 }
 
 TEST(PtyStreamTest, NewlinesIndentFormFeedsDoNot) {
@@ -49,9 +42,7 @@ TEST(PtyStreamTest, APieceReachingTheWidthMovesToAnUnindentedLine) {
   EXPECT_EQ(written(4, nullptr, [](PtyStream& s) { s.put("ab"); s.put("abcdefgh"); s.put(12); }),
             "ab\nabcdefgh\n12");
   EXPECT_EQ(written(80, nullptr, [](PtyStream& s) { s.put(1.5f); s.put(-3); }), "1.500000-3");
-}
-
-TEST(PtyStreamTest, LongFormattedTextsAreNotTruncated) {
+  // Long formatted texts are not truncated.
   std::string big(5000, 'y');
   EXPECT_EQ(written(100000, nullptr, [&](PtyStream& s) { s.put("<%s>", big.c_str()); }),
             "<" + big + ">");
@@ -77,17 +68,12 @@ TEST(PtyStreamTest, TemporaryTextIsReindentedNotWrapped) {
 TEST(PtyStreamTest, NamedFilesAndStandardStreams) {
   std::string path = testing::TempDir() + "pty_stream_test.txt";
   { PtyStream out(path.c_str(), 80, nullptr); out.put("saved"); }
-  FILE* f = fopen(path.c_str(), "r");
-  char buffer[16] = {};
-  ASSERT_NE(fgets(buffer, sizeof buffer, f), nullptr);
-  fclose(f);
-  EXPECT_STREQ(buffer, "saved");
+  EXPECT_EQ(testsupport::file_text(path), "saved");
 
   testing::internal::CaptureStdout();
   { PtyStream out("stdout", 80, nullptr); out.put("one"); }
   printf("two");  // still open after the destructor
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "onetwo");
-  EXPECT_EQ(PtyStream::of_stdout(), PtyStream::of_stdout());
   EXPECT_EXIT(PtyStream("/nonexistent/dir/x", 80, nullptr), testing::ExitedWithCode(1),
               "^can't open file '/nonexistent/dir/x'\n$");
 }

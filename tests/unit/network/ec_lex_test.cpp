@@ -46,56 +46,16 @@ TEST(EcLexTest, TokenStreams) {
   for (const Case& c : cases) EXPECT_EQ(tokens_of(c.text), c.tokens) << "input: " << c.text;
 }
 
-TEST(EcLexTest, KeywordCodesAndKeptTexts) {
-  ec::input = fopen(write_temp("and tel true int ** >= 7 zz").c_str(), "r");
-  ec::yylexInit();
-  EXPECT_EQ(ec_lex(), 258);
-  EXPECT_EQ(ec_lex(), 288);
-  EXPECT_EQ(ec_lex(), 291);
-  EXPECT_STREQ(ec_lval.text, "true");
-  free(ec_lval.text);
-  EXPECT_EQ(ec_lex(), 274);
-  EXPECT_STREQ(ec_lval.text, "int");
-  free(ec_lval.text);
-  EXPECT_EQ(ec_lex(), 295);
-  EXPECT_EQ(ec_lex(), 270);
-  EXPECT_EQ(ec_lex(), 271);
-  free(ec_lval.text);
-  EXPECT_EQ(ec_lex(), 272);
-  EXPECT_STREQ(ec_lval.text, "zz");
-  free(ec_lval.text);
-  EXPECT_EQ(ec_lex(), -1);
-  fclose(ec::input);
-}
-
-TEST(EcLexTest, LinesCountedAcrossComments) {
-  ec::input = fopen(write_temp("(* one\ntwo *)\n-- three\n\nx").c_str(), "r");
-  ec::yylexInit();
-  EXPECT_EQ(ec_lex(), 272);
-  free(ec_lval.text);
-  EXPECT_EQ(ec::yyline, 5);
-  fclose(ec::input);
-}
-
-TEST(EcLexDeathTest, NulCharacterIsTracedThenRejected) {
-  std::string path = write_temp(std::string("ab\0", 3));
-  EXPECT_EXIT(
-      {
-        dup2(2, 1);
-        EcLexTest(symbols(), path.c_str());
-      },
-      ::testing::ExitedWithCode(1), "^ICI \\(car 3\\)\nab \\(\\*XIdf\\*\\)\necread lex error : unknown char '0'");
-}
-
 TEST(EcLexDeathTest, FatalLexicalErrors) {
   struct Case {
-    const char* text;
+    std::string text;
     const char* message;
   } cases[] = {
       {"x = 1e;", "^x \\(\\*XIdf\\*\\)\n=\necread lex error : bad real syntax, line '1'\n"},
       {"\n\n1e+", "^ecread lex error : bad real syntax, line '3'\n"},
       {"a\n[", "ecread lex error : unknown char '91' \\(\\[\\), line '2'\n"},
       {"a ! b", "ecread lex error : unknown char '33' \\(!\\), line '1'\n"},
+      {std::string("ab\0", 3), "^ICI \\(car 3\\)\nab \\(\\*XIdf\\*\\)\necread lex error : unknown char '0'"},
   };
   for (const Case& c : cases) {
     std::string path = write_temp(c.text);

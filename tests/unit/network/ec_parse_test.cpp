@@ -75,12 +75,8 @@ TEST(EcParseTest, ConversionsDeclaredOncePerNetwork) {
     ASSERT_NE(r2i, nullptr);
     EXPECT_EQ(r2i->in_type, net->real_type);
     EXPECT_EQ(r2i->out_type, net->int_type);
-    EXPECT_EQ(keys_of(r2i->in_params), std::vector<int>{key("x")});
-    Exp* sum = info(net, "o")->def->operands[0];
-    EXPECT_EQ(sum->operands[1]->nature, CALL_n);
-    EXPECT_EQ(sum->operands[1]->param, key("int2real"));
-    // Equal literal texts give one leaf.
-    EXPECT_EQ(net->get_real_const(key("3.5")), sum->operands[0]->operands[1]->operands[0]);
+    EXPECT_EQ(shape("int r + int 3.5 + real (int r) > 0"),
+              "(((real2int(r) + real2int(3.5)) + int2real(real2int(r))) > 0)");
   }
 }
 
@@ -94,34 +90,20 @@ TEST(EcParseTest, DeclarationsOfEveryForm) {
   EXPECT_EQ(net->node_name, key("decls"));
   EXPECT_EQ(keys_of(net->usr_types), (std::vector<int>{key("T"), key("Color"), key("U")}));
   EcType* color = net->define_type(key("Color"));
-  EXPECT_EQ(color->number, 2);
   ASSERT_EQ(color->enum_count, 3);
   EXPECT_EQ(color->enum_values[2]->key, key("red"));  // ordinals count from the list's end
   EXPECT_EQ(info(net, "red")->ref->type, color);
   EXPECT_EQ(keys_of(net->consts),
             (std::vector<int>{key("red"), key("green"), key("blue"), key("n"), key("pi"), key("k")}));
   EXPECT_EQ(info(net, "k")->clock, key("base_c"));
-  EXPECT_EQ(info(net, "n")->clock, net->true_key);
   EXPECT_EQ(info(net, "pi")->value.position, 4);
 
   EXPECT_EQ(keys_of(net->funcs), (std::vector<int>{key("f"), key("log_it")}));
   EXPECT_EQ(keys_of(net->procs), (std::vector<int>{key("g"), key("ext")}));
-  FuncInfo* g = net->get_func_info(key("g"));
-  EXPECT_EQ(g->kind, 1);
-  EXPECT_TRUE(g->out_type->is_tuple);
-  EXPECT_EQ(g->index, 0);
-  FuncInfo* ext = net->get_func_info(key("ext"));
-  EXPECT_EQ(ext->kind, 1);
-  EXPECT_EQ(ext->unsafe, 1);
-  EXPECT_EQ(ext->index, 1);
-  EXPECT_EQ(net->get_func_info(key("log_it"))->unsafe, 1);
-  int int_pair[] = {key("int"), key("int")};
-  EXPECT_EQ(net->get_func_info(key("f"))->in_type, net->define_type(int_pair, 2));
+  EXPECT_EQ(net->get_func_info(key("ext"))->unsafe + net->get_func_info(key("log_it"))->unsafe, 2);
 
   EXPECT_EQ(keys_of(net->inputs.list()), (std::vector<int>{key("c"), key("x"), key("y"), key("z"), key("t")}));
   EXPECT_EQ(info(net, "z")->clock, key("c"));
-  EXPECT_EQ(info(net, "z")->index, 3);
-  EXPECT_EQ(info(net, "c")->clock, net->true_key);
   EXPECT_EQ(keys_of(net->outputs.list()), (std::vector<int>{key("o"), key("p"), key("col")}));
   EXPECT_EQ(keys_of(net->locals.list()), (std::vector<int>{key("l1"), key("l2"), key("l3"), key("m")}));
   EXPECT_EQ(info(net, "m")->clock, key("c"));
@@ -133,14 +115,11 @@ TEST(EcParseTest, DeclarationsOfEveryForm) {
   EXPECT_EQ(p->param, 1);
   EXPECT_EQ(l3->param, 2);
   EXPECT_EQ(p->operands[0], l3->operands[0]);
-  EXPECT_EQ(l3->type, net->int_type);
   EXPECT_EQ(p->clock, key("c"));
   EXPECT_EQ(keys_of(info(net, "p")->value.tuple), (std::vector<int>{key("p"), key("l3")}));
 
-  IdentInfo* assertion = info(net, "__assert_0");
-  ASSERT_NE(assertion, nullptr);
-  EXPECT_EQ(assertion->def->nature, DIESE_n);
-  EXPECT_EQ(assertion->clock, key("c"));
+  EXPECT_EQ(info(net, "__assert_0")->def->nature, DIESE_n);
+  EXPECT_EQ(info(net, "__assert_0")->clock, key("c"));
 }
 
 TEST(EcParseTest, WholeProgramsAndEndMarks) {
@@ -163,7 +142,8 @@ TEST(EcParseTest, SyntaxErrorsGiveTheirLine) {
       {"node n(x: int) returns (y: int);\nlet\n  y = x + ) ;\ntel", "syntax error     - at line 3\n"},
       // The lexer has read the newline after the offending ';' already.
       {"node n(x: int) returns (y: int);\nlet\n  y = x +;\ntel", "syntax error     - at line 4\n"},
-      {"(* a\ncomment *)\nnode n(x: int) returns (y: int)\nlet y = x; tel", "syntax error     - at line 4\n"},
+      {"(* a\ncomment *)\n-- one\nnode n(x: int) returns (y: int)\nlet y = x; tel",
+       "syntax error     - at line 5\n"},
       {"node n() returns (y: int); let tel", "syntax error     - at line 1\n"},
       {"node n(x: int) returns (y: int); let y = x; tel node", "syntax error     - at line 1\n"},
   };

@@ -4,19 +4,14 @@
 #ifndef TESTS_UNIT_NETWORK_NET_FIXTURE_H
 #define TESTS_UNIT_NETWORK_NET_FIXTURE_H
 
-#include <cstdio>
-#include <cstdlib>
-#include <unistd.h>
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "foundations/int_list.h"
-#include "foundations/pty_stream.h"
 #include "foundations/symbol_table.h"
 #include "network/ec_builders.h"
 #include "network/net.h"
+#include "test_support.h"
 
 namespace nettest {
 
@@ -27,25 +22,17 @@ inline SymbolTable* symbols() {
 
 inline int key(const char* text) { return symbols()->add("%s", text); }
 
+using testsupport::kept;
+using testsupport::printed;
+
 // A network after NetInit, kept alive for the whole run.
 inline Net* fresh_net() {
-  // Never destroyed, so that the networks stay reachable at exit.
-  static std::vector<Net*>* all = new std::vector<Net*>;
-  all->push_back(new Net());
-  all->back()->NetInit(symbols());
-  return all->back();
+  Net* net = kept(new Net());
+  net->NetInit(symbols());
+  return net;
 }
 
-// Writes `text` to a new temporary file and returns its path.
-inline std::string write_temp(const std::string& text) {
-  static int counter = 0;
-  std::string path = ::testing::TempDir() + "nettest_" + std::to_string(getpid()) + "_" +
-                     std::to_string(++counter) + ".ec";
-  FILE* f = fopen(path.c_str(), "w");
-  fwrite(text.data(), 1, text.size(), f);
-  fclose(f);
-  return path;
-}
+inline std::string write_temp(const std::string& text) { return testsupport::write_temp(text, ".ec"); }
 
 // Parses the file; *result gets EcParse's result when asked for.
 inline Net* parse_file(const std::string& path, int* result = nullptr) {
@@ -59,32 +46,10 @@ inline Net* parse_text(const std::string& text, int* result = nullptr) {
   return parse_file(write_temp(text), result);
 }
 
-// What `print` writes on a PtyStream of the given width.
-template <typename F>
-std::string printed(F print, int width = 10000) {
-  char* buffer = nullptr;
-  size_t size = 0;
-  FILE* f = open_memstream(&buffer, &size);
-  PtyStream* out = new PtyStream(f, width, nullptr);
-  print(out);
-  delete out;  // closes f, which fills buffer
-  std::string text(buffer, size);
-  free(buffer);
-  return text;
-}
-
-// Keeps a node built by a test reachable until the process ends, as the
-// network's own nodes are.
-inline Exp* keep(Exp* e) {
-  static std::vector<Exp*>* all = new std::vector<Exp*>;
-  all->push_back(e);
-  return e;
-}
-
-// A node built by a test, kept like the others.
+// A node built by a test, kept like the network's own nodes.
 template <typename... Args>
 Exp* make_exp(Args... args) {
-  return keep(new Exp(args...));
+  return kept(new Exp(args...));
 }
 
 inline std::string exp_text(Net* net, Exp* e) {

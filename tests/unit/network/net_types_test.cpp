@@ -1,4 +1,4 @@
-// net_types_test.cpp -- types and clocks of nodes, computed once and cached.
+// net_types_test.cpp -- types and clocks of nodes, and their refusals.
 #include <gtest/gtest.h>
 
 #include "net_fixture.h"
@@ -50,18 +50,6 @@ TEST(NetTypesTest, TypesByNature) {
   int no_coefs[] = {0};
   EXPECT_EQ(net->type(make_exp(ICL_n, 0, none, no_coefs, 3)), net->int_type);
   EXPECT_EQ(net->type(make_exp(NOR_n, 2, two)), net->bool_type);
-}
-
-TEST(NetTypesTest, ResultsAreCached) {
-  Fixture f = make();
-  Exp* e = make_exp(PLUS_n, f.i, f.i);
-  EXPECT_EQ(f.net->type(e), f.net->int_type);
-  e->operands[0] = f.r;  // not looked at again
-  EXPECT_EQ(f.net->type(e), f.net->int_type);
-  Exp* w = make_exp(WHEN_n, f.i, f.c);
-  EXPECT_EQ(f.net->clock(w), key("c"));
-  w->operands[1] = f.d;
-  EXPECT_EQ(f.net->clock(w), key("c"));
 }
 
 TEST(NetTypesTest, Clocks) {

@@ -1,6 +1,7 @@
-// net_interface_test.cpp -- the interface lists of a normalised ec program,
-// the records its nodes carry, and the natures left in the networks of
-// every ec program of the source tree.
+// net_interface_test.cpp -- the locals of a normalised ec program and the
+// natures left in the networks of every ec program of the source tree.
+// The records of inputs, outputs and assertions show in the ecprint output
+// checked in norm_print_test.cpp.
 #include <gtest/gtest.h>
 #include <glob.h>
 
@@ -16,33 +17,6 @@ NetInterface* load(const std::string& text) {
   NetInterface* ni = normtest::kept(new NetInterface());
   EXPECT_EQ(ni->init(nettest::write_temp(text).c_str(), normtest::symbols(), 0, 0), 0);
   return ni;
-}
-
-TEST(NetInterfaceTest, OutputsSharingANodeAreBothRecorded) {
-  NetInterface* ni = load(
-      "node n(a, b: bool) returns (x, y: bool; z: bool);\n"
-      "let x = a and b; y = b and a; z = a; assert x; tel\n");
-  ASSERT_EQ(ni->nb_inputs, 2);
-  ASSERT_EQ(ni->nb_outputs, 3);
-  EXPECT_EQ(ni->output_nodes[0], ni->output_nodes[1]);
-  EXPECT_EQ(ni->output_idents[1], normtest::key("y"));
-  NodeRecord* r = ni->record(ni->output_nodes[0]);
-  ASSERT_NE(r, nullptr);
-  // The newest entry is first: output 2 above output 1.
-  ASSERT_NE(r->outputs, nullptr);
-  EXPECT_EQ(r->outputs->number, 2);
-  EXPECT_EQ(r->outputs->count, 2);
-  ASSERT_NE(r->outputs->next, nullptr);
-  EXPECT_EQ(r->outputs->next->number, 1);
-  EXPECT_EQ(r->outputs->next->count, 1);
-  EXPECT_EQ(r->assertion, 1);
-  EXPECT_EQ(ni->assertion_nodes[0], ni->output_nodes[0]);
-  // An output equal to an input is the input's leaf, recorded as both.
-  EXPECT_EQ(ni->output_nodes[2], ni->input_nodes[0]);
-  NodeRecord* ra = ni->record(ni->input_nodes[0]);
-  EXPECT_EQ(ra->input, 1);
-  EXPECT_EQ(ra->outputs->number, 3);
-  EXPECT_EQ(ni->record(ni->input_nodes[1])->input, 2);
 }
 
 TEST(NetInterfaceTest, LeafLocalsGetNoNumber) {

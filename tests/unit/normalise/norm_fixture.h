@@ -16,18 +16,10 @@ namespace normtest {
 using nettest::key;
 using nettest::symbols;
 
+using testsupport::kept;
+
 // The ec text parsed into a new NormNet of the given option mode; the parse
 // must succeed.
-// Keeps a test's objects reachable until the process ends, as the simulator
-// keeps its networks (the list itself is never destroyed, so the leak
-// checker at exit still sees them).
-template <typename T>
-T* kept(T* object) {
-  static std::vector<T*>* all = new std::vector<T*>();
-  all->push_back(object);
-  return object;
-}
-
 inline NormNet* parse_norm(const std::string& text, int mode = 0) {
   NormNet* net = kept(new NormNet());
   net->NetInit(symbols());

@@ -1,5 +1,6 @@
-// io_panel_test.cpp -- the panel registry and tree: naming rules, the
-// creation of nodes, sons of forms and the operations the base refuses.
+// io_panel_test.cpp -- the panel tree built by hand: sons linked twice, the
+// pop-up's son, and the naming conflicts and operations the base refuses.
+// Trees read from descriptions are checked in iop_format_test.cpp.
 #include "panel/io_panel.h"
 
 #include <functional>
@@ -22,58 +23,6 @@ const char LINKED_TWICE[] =
     "  Warning :\nPanelForm::append\n  Warning :\n   node already linked (are you building a dag ?)\n";
 
 }  // namespace
-
-TEST_F(IOPanelTest, InitEntersTheTypeNames) {
-  const char* names[] = {"bool", "int", "real", "double", "float", ""};
-  const int keys[] = {panel->bool_key, panel->int_key,   panel->real_key,
-                      panel->double_key, panel->float_key, panel->empty_key};
-  for (int i = 0; i < 6; i++) EXPECT_STREQ(text(keys[i]), names[i]);
-  EXPECT_EQ(panel->module, -1);
-  EXPECT_EQ(panel->top, nullptr);
-  EXPECT_EQ(panel->form_counter + panel->frame_counter, 0);
-}
-
-TEST_F(IOPanelTest, LeavesAreRegisteredInDeclarationOrder) {
-  Panel* a = panel->createPanelInput(key("a"), panel->int_key, nullptr);
-  Panel* y = panel->createPanelOutput(key("y"), panel->real_key, nullptr);
-  Panel* b = panel->createPanelInput(key("b"), panel->bool_key, nullptr);
-  EXPECT_EQ(panel->input_count, 2);
-  EXPECT_EQ(panel->output_count, 1);
-  ASSERT_EQ(panel->inputs.size(), 2u);
-  EXPECT_EQ(panel->inputs[0], a);
-  EXPECT_EQ(panel->inputs[1], b);
-  EXPECT_EQ(panel->get_by_name(key("y")), y);
-  EXPECT_EQ(panel->get_by_name(key("nothing")), nullptr);
-  EXPECT_EQ(y->type_ident(), panel->real_key);
-  EXPECT_EQ(a->linked, 0);
-
-  Panel* box = panel->createPanelBox();
-  EXPECT_EQ(box->name, -1);
-  EXPECT_EQ(panel->get_by_name(-1), nullptr) << "anonymous panels are not registered";
-  panel->give_a_name(key("spacer"), box);
-  EXPECT_EQ(panel->get_by_name(key("spacer")), box);
-  panel->define_top(panel->createPanelCol(new PanelList{box, nullptr}));
-  EXPECT_EQ(panel->top->name, key("top"));
-  EXPECT_EQ(panel->named.back(), panel->top);
-}
-
-TEST_F(IOPanelTest, FormsKeepTheirSonsInOrder) {
-  Panel* a = panel->createPanelInput(key("a"), panel->int_key, nullptr);
-  Panel* b = panel->createPanelInput(key("b"), panel->int_key, nullptr);
-  Panel* c = panel->createPanelInput(key("c"), panel->int_key, nullptr);
-  Panel* d = panel->createPanelInput(key("d"), panel->int_key, nullptr);
-  auto* form = static_cast<PanelForm*>(
-      panel->createPanelLine(new PanelList{a, new PanelList{b, new PanelList{c, nullptr}}}));
-  EXPECT_EQ(form->mode, PANEL_LINE);
-  EXPECT_EQ(names_of_sons(panel, form), "a b c ");
-  EXPECT_EQ(b->linked, 1);
-  form->append_son(d);
-  EXPECT_EQ(names_of_sons(panel, form), "a b c d ");
-  auto* col = static_cast<PanelForm*>(panel->createPanelCol(nullptr));
-  EXPECT_EQ(col->mode, PANEL_COL);
-  EXPECT_EQ(col->sons, nullptr);
-  panel->define_top(col);
-}
 
 TEST_F(IOPanelTest, SonLinkedTwiceWarnsAndStaysInBothForms) {
   Panel* a = panel->createPanelInput(key("a"), panel->int_key, nullptr);
@@ -122,12 +71,6 @@ TEST_F(IOPanelDeathTest, ConflictsAndRefusalsAreFatal) {
          p->give_a_name(s->add("b"), box);
        },
        "  Error :\nIOPanel: can't give name 'b' (already named by 'a')\n"},
-      {"a layout panel under an input's name",
-       [&](IOPanel* p, SymbolTable* s) {
-         in(p, s, "x");
-         p->give_a_name(s->add("x"), p->createPanelBox());
-       },
-       "  Error :\nIOPanel can't give name 'x' (already used)\n"},
       {"an output under an input's name",
        [&](IOPanel* p, SymbolTable* s) {
          in(p, s, "x");
@@ -140,15 +83,6 @@ TEST_F(IOPanelDeathTest, ConflictsAndRefusalsAreFatal) {
          in(p, s, "x");
        },
        "  Error :\nIOPanel:createPanelInput : name 'x' already used\n"},
-      {"a named panel as top",
-       [&](IOPanel* p, SymbolTable* s) { p->define_top(in(p, s, "x")); },
-       "  Error :\nIOPanel: can't give name 'top' (already named by 'x')\n"},
-      {"a second top",
-       [](IOPanel* p, SymbolTable*) {
-         p->define_top(p->createPanelBox());
-         p->define_top(p->createPanelBox());
-       },
-       "  Error :\nIOPanel can't give name 'top' (already used)\n"},
       {"a top set without its name",
        [](IOPanel* p, SymbolTable*) {
          p->top = p->createPanelBox();

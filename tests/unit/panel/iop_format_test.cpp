@@ -120,16 +120,13 @@ TEST_F(IopFormatTest, ReaderOutcomes) {
   };
   for (const ReadCase& c : table) {
     SCOPED_TRACE(c.what);
-    char path[] = "/tmp/iop_read_XXXXXX";
-    FILE* f = fdopen(mkstemp(path), "w");
-    fputs(c.description, f);
-    fclose(f);
+    std::string path = testsupport::write_temp(c.description, ".iop");
     testing::internal::CaptureStderr();
-    EXPECT_EQ(new_panel()->read_iop(path), c.result);
+    EXPECT_EQ(new_panel()->read_iop(path.c_str()), c.result);
     std::string expected = c.messages;
     for (size_t at; (at = expected.find("%s")) != std::string::npos;) expected.replace(at, 2, path);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), expected);
-    remove(path);
+    remove(path.c_str());
   }
 }
 
@@ -163,10 +160,8 @@ TEST_F(IopFormatTest, MissingFilesWarn) {
 TEST_F(IopFormatTest, BarePanelsKeywordComesFromLeavesWithoutLayout) {
   ASSERT_EQ(read_text("inputs a : int;"), 1);
   std::string text = written();
+  // which does not read back (ReaderOutcomes: "a bare panels keyword").
   EXPECT_EQ(text, "inputs\n   a : int;\npanels\n");
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(read_text(text, new_panel()), 0);
-  testing::internal::GetCapturedStderr();
 }
 
 TEST_F(IopFormatDeathTest, FatalReadingErrors) {

@@ -3,41 +3,32 @@
 
 #include <cstdio>
 
-// Everything a test builds stays reachable for the leak checker to the end
-// of the process: as in the session, nothing of a panel is ever freed.
-static std::vector<void*>* kept = new std::vector<void*>;
+#include "test_support.h"
+
+using testsupport::kept;
 
 void PanelFixture::SetUp() {
-  symbols = new SymbolTable(1000, 5041);
-  kept->push_back(symbols);
+  symbols = kept(new SymbolTable(1000, 5041));
   panel = new_panel();
 }
 
 IOPanel* PanelFixture::new_panel() {
-  IOPanel* p = new IOPanel;
+  IOPanel* p = kept(new IOPanel);
   p->init(nullptr, symbols);
-  kept->push_back(p);
   return p;
 }
 
 int PanelFixture::read_text(const std::string& description, IOPanel* p) {
-  char path[] = "/tmp/panel_test_XXXXXX";
-  int fd = mkstemp(path);
-  EXPECT_GE(fd, 0);
-  FILE* f = fdopen(fd, "w");
-  fputs(description.c_str(), f);
-  fclose(f);
-  int result = (p ? p : panel)->read_iop(path);
-  remove(path);
+  std::string path = testsupport::write_temp(description, ".iop");
+  int result = (p ? p : panel)->read_iop(path.c_str());
+  remove(path.c_str());
   return result;
 }
 
 std::string PanelFixture::written(IOPanel* p) {
   FILE* f = tmpfile();
   EXPECT_EQ((p ? p : panel)->write_iop(f), 1);
-  rewind(f);
-  std::string s;
-  for (int c; (c = fgetc(f)) != EOF;) s += static_cast<char>(c);
+  std::string s = testsupport::rest_of(f);
   fclose(f);
   return s;
 }
@@ -81,11 +72,3 @@ std::string dump(IOPanel* p) {
   return s;
 }
 
-std::string literal(const std::string& text) {
-  std::string re;
-  for (char c : text) {
-    if (std::string("\\^$.|?*+()[]{}").find(c) != std::string::npos) re += '\\';
-    re += c;
-  }
-  return re;
-}

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "panel/io_panel.h"
+#include "test_support.h"
 
 class PanelFixture : public ::testing::Test {
  protected:
@@ -34,7 +35,6 @@ class PanelFixture : public ::testing::Test {
 // alike exactly when they hold the same tree.
 std::string dump(IOPanel* p);
 
-// `text` as a regular expression that matches it literally.
-std::string literal(const std::string& text);
+using testsupport::literal;
 
 #endif
