@@ -93,12 +93,7 @@ class DIV_int_EI : public RuleItem<DIV_int_EI, 2> {
   DIV_int_EI() : RuleItem(EI_int) {}
   template <class V>
   static void rule(V& c) {
-    if (!strict(c)) return;
-    if (c.op(1).i == 0) {
-      c.status() = EI_DIVBYZERO;
-      return;
-    }
-    c.value().i = wrap32(int64_t{c.op(0).i} / c.op(1).i);
+    if (divisible(c, c.op(1).i == 0)) c.value().i = wrap32(int64_t{c.op(0).i} / c.op(1).i);
   }
 };
 
@@ -108,12 +103,7 @@ class DIV_double_EI : public RuleItem<DIV_double_EI, 2> {
   DIV_double_EI() : RuleItem(EI_double) {}
   template <class V>
   static void rule(V& c) {
-    if (!strict(c)) return;
-    if (c.op(1).d == 0.0) {
-      c.status() = EI_DIVBYZERO;
-      return;
-    }
-    c.value().d = c.op(0).d / c.op(1).d;
+    if (divisible(c, c.op(1).d == 0.0)) c.value().d = c.op(0).d / c.op(1).d;
   }
 };
 
@@ -124,12 +114,7 @@ class MOD_int_EI : public RuleItem<MOD_int_EI, 2> {
   MOD_int_EI() : RuleItem(EI_int) {}
   template <class V>
   static void rule(V& c) {
-    if (!strict(c)) return;
-    if (c.op(1).i == 0) {
-      c.status() = EI_DIVBYZERO;
-      return;
-    }
-    c.value().i = wrap32(int64_t{c.op(0).i} % c.op(1).i);
+    if (divisible(c, c.op(1).i == 0)) c.value().i = wrap32(int64_t{c.op(0).i} % c.op(1).i);
   }
 };
 

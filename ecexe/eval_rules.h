@@ -72,6 +72,15 @@ inline bool strict(V& c) {
   return s == EI_DEFINED;
 }
 
+// The rule of a division: strict, and then a zero divisor (`zero_divisor`)
+// gives divbyzero. True when the caller must now compute the quotient.
+template <class V>
+inline bool divisible(V& c, bool zero_divisor) {
+  if (!strict(c)) return false;
+  if (zero_divisor) c.status() = EI_DIVBYZERO;
+  return !zero_divisor;
+}
+
 // Takes value and status from operand k (a defined operand gives its value;
 // a nil or divbyzero one only its status).
 template <class V>

@@ -11,14 +11,19 @@
 
 namespace {
 
-TEST(LocalStatusTest, StatusesAsTheLastEvaluationLeftThem) {
-  // `seen` is needed by the output; `later` only by a memory, so it is
-  // computed at the end of each instant, after the statuses were read.
+// `seen` is needed by the output; `later` only by a memory, so it is
+// computed at the end of each instant, after the statuses were read.
+RPEcExe* load_program() {
   const std::string text =
       "node l(a: int) returns (o: int);\nvar seen, later: int;\n"
       "let seen = a + 1; later = a * 2; o = seen + (0 -> pre later); tel\n";
   RPEcExe* p = new RPEcExe();
-  ASSERT_EQ(p->init(nettest::write_temp(text).c_str(), nettest::symbols()), 0);
+  EXPECT_EQ(p->init(nettest::write_temp(text).c_str(), nettest::symbols()), 0);
+  return p;
+}
+
+TEST(LocalStatusTest, StatusesAsTheLastEvaluationLeftThem) {
+  RPEcExe* p = load_program();
   ASSERT_EQ(p->nb_locals(), 2);
   *static_cast<int*>(p->input_loc(0)) = 3;
   p->init_step();
@@ -36,11 +41,8 @@ TEST(LocalStatusTest, StatusesAsTheLastEvaluationLeftThem) {
 }
 
 TEST(LocalStatusTest, ALocationFollowsItsLocal) {
-  const std::string text =
-      "node f(a: int) returns (o: int);\nvar seen, later: int;\n"
-      "let seen = a + 1; later = a * 2; o = seen + (0 -> pre later); tel\n";
-  RPEcExe* p = new RPEcExe();
-  ASSERT_EQ(p->init(nettest::write_temp(text).c_str(), nettest::symbols()), 0);
+  RPEcExe* p = load_program();
+  ASSERT_EQ(p->nb_locals(), 2);
   const int* seen = static_cast<int*>(p->local_loc(0));
   const int* later = static_cast<int*>(p->local_loc(1));
   int* a = static_cast<int*>(p->input_loc(0));
