@@ -64,6 +64,31 @@ const char* value_or(PanelInOut* leaf, int key, const char* fallback) {
   return key == -1 ? fallback : leaf->text(key);
 }
 
+// `text` as the body of a double-quoted Tcl word: the characters Tcl would
+// substitute, or that would end the word, are escaped.
+std::string quoted_body(const char* text) {
+  std::string body;
+  for (const char* c = text; *c; ++c) {
+    if (strchr("\\\"$[]", *c)) body += '\\';
+    body += *c;
+  }
+  return body;
+}
+
+// `text` as one Tcl word: between braces, which keep it as written, unless
+// its braces are unbalanced or it holds a backslash (braces would then end
+// early or keep the backslash); such a text is quoted with escapes instead.
+std::string tcl_word(const char* text) {
+  int depth = 0;
+  for (const char* c = text; *c && depth >= 0; ++c) {
+    if (*c == '\\') depth = -1;
+    else if (*c == '{') ++depth;
+    else if (*c == '}') --depth;
+  }
+  if (depth == 0) return std::string("{") + text + "}";
+  return "\"" + quoted_body(text) + "\"";
+}
+
 // An empty label (a "label" modifier with the empty string) hides the
 // label line of the widget.
 bool shows_label(PanelInOut* leaf) { return leaf->label != leaf->owner->empty_key; }
@@ -133,7 +158,8 @@ void PanelPopup::to_tk(PtyStream* out, const char* parent_path) {
   std::string top_level = path + ".tl";
   const char* tl = top_level.c_str();
   std::string content = top_level + ".f";
-  const char* title = text(label);
+  std::string title_body = quoted_body(text(label));
+  const char* title = title_body.c_str();
 
   out->put("frame %s\n", p);
   out->put("toplevel %s\n", tl);
@@ -165,7 +191,7 @@ void PanelInput::to_tk_var(PtyStream* out) {
   out->put("lappend Global(input_names) %s\n", n);
   out->put("lappend Global(input_types) %s\n", text(type));
   LeafSettings s = read_modifiers(this, true, "PanelInput");
-  out->put("set VarLabel(%s) {%s}\n", n, text(label));
+  out->put("set VarLabel(%s) %s\n", n, tcl_word(text(label)).c_str());
   switch (kind_of(this)) {
     case LEAF_BOOL:
       out->put("set InputVars(%s) 0\n", n);
@@ -259,7 +285,7 @@ void PanelOutput::to_tk_var(PtyStream* out) {
   out->put("lappend Global(output_names) %s\n", n);
   out->put("lappend Global(output_types) %s\n", text(type));
   read_modifiers(this, false, "PanelOutput");
-  out->put("set VarLabel(%s) {%s}\n", n, text(label));
+  out->put("set VarLabel(%s) %s\n", n, tcl_word(text(label)).c_str());
   if (kind_of(this) == LEAF_UNKNOWN)
     IError("PanelOutput::to_tk_var : unknown type '%s'\n", text(type));
   out->put("set OutputVars(%s) ?\n", n);

@@ -31,8 +31,6 @@ std::string section(const std::string& text, const std::string& first, const std
 
 }  // namespace
 
-// The label is copied between double quotes as read: with a quote inside,
-// as here, the title and button lines are not valid Tcl (an open fault).
 TEST_F(TkScriptTest, PopupIsAWithdrawnWindowTogglingWithBothButtons) {
   ASSERT_EQ(read_text("outputs b : bool; panels top = popup \"Lamp \\\"1\\\"\" $b;"), 1);
   panel->module = key("m");
@@ -42,7 +40,7 @@ TEST_F(TkScriptTest, PopupIsAWithdrawnWindowTogglingWithBothButtons) {
             "toplevel .panel.pop1.tl\n"
             "wm withdraw .panel.pop1.tl\n"
             "wm positionfrom .panel.pop1.tl program\n"
-            "wm title .panel.pop1.tl \"Lamp \"1\"\"\n"
+            "wm title .panel.pop1.tl \"Lamp \\\"1\\\"\"\n"
             "button .panel.pop1.tl.dismiss \\\n"
             "   -text \"dismiss\"\\\n"
             "   -font {helvetica 12 italic} -fg blue\\\n"
@@ -51,7 +49,7 @@ TEST_F(TkScriptTest, PopupIsAWithdrawnWindowTogglingWithBothButtons) {
             "pack .panel.pop1.tl.f -side top -expand 1 -fill both\n"
             "pack .panel.pop1.tl.dismiss -side top -anchor center -expand 0 -fill none\n"
             "button .panel.pop1.b\\\n"
-            " -text \"Lamp \"1\"\"\\\n"
+            " -text \"Lamp \\\"1\\\"\"\\\n"
             " -command \"InvertPopup .panel.pop1.tl\"\\\n"
             " -font {helvetica 12 italic} -fg blue\n");
   EXPECT_NE(script.find("lappend Global(bof_list) .panel.pop1.tl.f.bof2\n"
