@@ -4,7 +4,7 @@
 #include <cstring>
 
 StringTape::~StringTape() {
-  for (int i = 0; i < nb_buckets; i++) delete buckets[i];
+  for (STapeHashItem* block : item_blocks) delete[] block;
   delete[] buckets;
   delete page;
 }
@@ -36,41 +36,54 @@ unsigned StringTape::hash_code(const char* text) const {
   return sum % static_cast<unsigned>(nb_buckets);
 }
 
-// FNV-1a over the bytes, 64 bits.
-uint64_t StringTape::index_hash(const char* text) {
+// FNV-1a over the bytes, 64 bits, folded to 32 so that the high bits,
+// where FNV's multiplications carry, mix into the low ones that place it.
+uint32_t StringTape::index_hash(const char* text) {
   uint64_t h = 14695981039346656037ull;
   for (const char* c = text; *c; c++) h = (h ^ static_cast<unsigned char>(*c)) * 1099511628211ull;
-  return h;
+  return static_cast<uint32_t>(h ^ (h >> 32));
+}
+
+STapeHashItem* StringTape::item(int number) const {
+  return &item_blocks[(number - 1) / ITEM_BLOCK][(number - 1) % ITEM_BLOCK];
 }
 
 STapeHashItem* StringTape::lookup(const char* text) const {
   if (index.empty()) return nullptr;
-  uint64_t h = index_hash(text);
+  uint32_t h = index_hash(text);
   size_t mask = index.size() - 1;
   for (size_t i = h & mask;; i = (i + 1) & mask) {
     const IndexSlot& slot = index[i];
-    if (!slot.item) return nullptr;
-    if (slot.hash == h && strcmp(slot.item->text, text) == 0) return slot.item;
+    if (slot.number == 0) return nullptr;
+    if (slot.hash == h && strcmp(slot.text, text) == 0) return item(slot.number);
   }
 }
 
-void StringTape::index_insert(uint64_t hash, STapeHashItem* item) {
+void StringTape::index_insert(uint32_t hash, int number, const char* text) {
   if (2 * (static_cast<size_t>(nb_strings) + 1) > index.size()) {
     // Doubled and refilled: each growth moves as many texts as it holds,
     // so growing costs a constant per text.
-    std::vector<IndexSlot> old(index.size() < 1024 ? 1024 : 2 * index.size(), IndexSlot{0, nullptr});
+    std::vector<IndexSlot> old(index.size() < 1024 ? 1024 : 2 * index.size(), IndexSlot{0, 0, nullptr});
     old.swap(index);
     for (const IndexSlot& slot : old)
-      if (slot.item) index_place(slot);
+      if (slot.number) index_place(slot);
   }
-  index_place({hash, item});
+  index_place({hash, number, text});
 }
 
 void StringTape::index_place(const IndexSlot& slot) {
   size_t mask = index.size() - 1;
   size_t i = slot.hash & mask;
-  while (index[i].item) i = (i + 1) & mask;
+  while (index[i].number) i = (i + 1) & mask;
   index[i] = slot;
+}
+
+STapeHashItem* StringTape::new_item(const char* text, unsigned bucket) {
+  int number = nb_strings + 1;
+  if ((number - 1) % ITEM_BLOCK == 0) item_blocks.push_back(new STapeHashItem[ITEM_BLOCK]);
+  STapeHashItem* created = item(number);
+  *created = {text, number, buckets[bucket]};
+  return created;
 }
 
 char* StringTape::place(const char* text, int n) {
@@ -94,13 +107,13 @@ STapeHashItem* StringTape::internal_add(const char* text) {
   if (k == 0) nb_used_buckets++;
   if (k > max_chain) max_chain = k + 1;
   char* copy = place(text, static_cast<int>(strlen(text)) + 1);
-  STapeHashItem* item = new STapeHashItem(copy, nb_strings + 1, buckets[h]);
+  STapeHashItem* created = new_item(copy, h);
   // Indexed before it is counted: the index grows on the count it holds.
-  index_insert(index_hash(copy), item);
+  index_insert(index_hash(copy), created->number, copy);
   nb_strings++;
-  buckets[h] = item;
+  buckets[h] = created;
   chain_length[h]++;
-  return item;
+  return created;
 }
 
 STapeHashItem* StringTape::internal_find(const char* text) {

@@ -18,13 +18,12 @@ struct STapePage {
   ~STapePage() { delete previous; }
 };
 
-// One stored text, chained in its bucket.
+// One stored text, chained in its bucket. Items live in the tape's item
+// blocks, in order of storage, and go with the tape.
 struct STapeHashItem {
   const char* text;
   int number;
   STapeHashItem* next;
-  STapeHashItem(const char* t, int n, STapeHashItem* nx) : text(t), number(n), next(nx) {}
-  ~STapeHashItem() { delete next; }
 };
 
 class StringTape {
@@ -61,17 +60,25 @@ class StringTape {
   // The buckets' lengths, and every item by its text: the buckets keep the
   // statistics, but a large program has so many texts per bucket that
   // walking them for each identifier made reading quadratic. The index is
-  // open-addressed, each slot holding the text's full hash beside it, so
-  // that a lookup in a large table touches one slot and one text.
+  // open-addressed; a slot holds the text's hash, its number and the text
+  // itself, so that a lookup in a large table touches one slot and one
+  // text, and the item only once found (items are stored densely by number,
+  // so the items of recent texts stay in the cache).
   struct IndexSlot {
-    uint64_t hash;
-    STapeHashItem* item;  // null: free
+    uint32_t hash;
+    int number;  // 0: free
+    const char* text;
   };
-  static uint64_t index_hash(const char* text);
-  void index_insert(uint64_t hash, STapeHashItem* item);
+  static uint32_t index_hash(const char* text);
+  void index_insert(uint32_t hash, int number, const char* text);
   void index_place(const IndexSlot& slot);
+  STapeHashItem* item(int number) const;
+  // A new item numbered after the last one, pushed on bucket `bucket`.
+  STapeHashItem* new_item(const char* text, unsigned bucket);
   std::vector<int> chain_length;
   std::vector<IndexSlot> index;  // a power of two long, at most half full
+  static const int ITEM_BLOCK = 4096;
+  std::vector<STapeHashItem*> item_blocks;
   int nb_strings = 0;
   int nb_used_buckets = 0;
   // Raised only when a chain longer than it is walked, and then to one more
