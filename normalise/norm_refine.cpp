@@ -36,9 +36,13 @@ void NormRefinement::read_nodes() {
   first_operand.assign(n + 1, 0);
   std::unordered_map<Exp*, int> leaf_numbers;
   commutative.assign(n, 0);
+  kinds.reserve(n);
   for (int v = 0; v < n; v++) {
+    // Everything read of a node is read in this one visit: on a large
+    // network each visit costs cache misses.
     Exp* e = entries[v]->exp;
     commutative[v] = e->arity == 2 && is_commutative(e->nature);
+    kinds.push_back(kind(v));
     first_operand[v] = static_cast<int>(operands.size());
     for (int i = 0; i < e->arity; i++) {
       Exp* o = net->through_ref(e->operands[i]);
@@ -96,10 +100,11 @@ void NormRefinement::initial_blocks() {
   prev.assign(n, -1);
   std::unordered_map<Kind, int, KindHash> blocks;
   for (int v = 0; v < n; v++) {
-    auto found = blocks.emplace(kind(v), -1).first;
+    auto found = blocks.emplace(kinds[v], -1).first;
     if (found->second < 0) found->second = new_block();
     add_to_block(v, found->second);
   }
+  std::vector<Kind>().swap(kinds);
 }
 
 int NormRefinement::new_block() {

@@ -56,6 +56,7 @@ class NormRefinement {
   std::vector<int> first_operand, operands;
   std::vector<int> first_user, users;  // the same, for the nodes using v
   std::vector<char> commutative;       // whether v's two operands commute
+  std::vector<Kind> kinds;             // v's kind, until the first blocks are made
   // Blocks: doubly linked member lists.
   std::vector<int> block, next, prev, head, size;
   int round = 0;
