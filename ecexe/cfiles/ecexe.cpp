@@ -127,17 +127,26 @@ namespace {
 // every operand its compute() demands. A memory's compute() demands
 // nothing, so it closes the cycles that pass through it. Items are known by
 // their serial numbers, which those of one evaluator share a range of.
+//
+// The walk also records what grouping needs of each item it meets (its
+// operands' slots and its kernel) in dense arrays, so that grouping, a
+// second pass over a large program, reads no item but its number.
 class Scheduler {
  public:
   Scheduler(ItemEntry* memories, int first, int last)
-      : first(first), state(last - first + 1, kUnseen), memory(last - first + 1, 0) {
+      : first(first),
+        state(last - first + 1, kUnseen),
+        memory(last - first + 1, 0),
+        operands_at(last - first + 1, 0),
+        nb_operands(last - first + 1, 0),
+        kernel(last - first + 1, nullptr) {
     for (ItemEntry* m = memories; m; m = m->next) memory[slot(m->item)] = 1;
   }
 
   // Adds what demanding `root` would compute, unless already listed.
   void demand(EvalItem* root, std::vector<EvalItem*>& out) {
     if (state[slot(root)] != kUnseen) return;
-    state[slot(root)] = kPending;
+    meet(root);
     std::vector<std::pair<EvalItem*, int>> stack{{root, 0}};
     while (!stack.empty()) {
       EvalItem* item = stack.back().first;
@@ -148,9 +157,10 @@ class Scheduler {
         stack.pop_back();
         continue;
       }
-      EvalItem* operand = item->operands[k++];
+      EvalItem* operand = item->operands[k];
+      operand_slots[operands_at[slot(item)] + k++] = slot(operand);
       if (state[slot(operand)] == kUnseen) {
-        state[slot(operand)] = kPending;
+        meet(operand);
         stack.push_back({operand, 0});
       }
     }
@@ -166,17 +176,21 @@ class Scheduler {
   // the most. Operands still come before their users.
   void group(std::vector<EvalItem*>& schedule) {
     size_t n = schedule.size();
+    std::vector<int> slots(n);
     std::vector<int> position(state.size(), -1);
-    for (size_t i = 0; i < n; i++) position[slot(schedule[i])] = static_cast<int>(i);
+    for (size_t i = 0; i < n; i++) {
+      slots[i] = slot(schedule[i]);
+      position[slots[i]] = static_cast<int>(i);
+    }
     // The users of each item in this schedule, and how many operands each
     // user still waits for. A memory waits for nothing.
     std::vector<std::pair<int, int>> edges;  // (operand, user)
     edges.reserve(2 * n);
     for (size_t i = 0; i < n; i++) {
-      EvalItem* item = schedule[i];
-      if (memory[slot(item)]) continue;
-      for (int k = 0; k < item->nb_operands; k++) {
-        int from = position[slot(item->operands[k])];
+      int s = slots[i];
+      if (memory[s]) continue;
+      for (int k = operands_at[s]; k < operands_at[s] + nb_operands[s]; k++) {
+        int from = position[operand_slots[k]];
         if (from >= 0) edges.push_back({from, static_cast<int>(i)});
       }
     }
@@ -192,7 +206,7 @@ class Scheduler {
     std::vector<FlatKernel> kernels;
     std::vector<int> kind(n);
     for (size_t i = 0; i < n; i++) {
-      FlatKernel k = schedule[i]->flat_kernel();
+      FlatKernel k = kernel[slots[i]];
       auto at = std::find(kernels.begin(), kernels.end(), k);
       kind[i] = static_cast<int>(at - kernels.begin());
       if (at == kernels.end()) kernels.push_back(k);
@@ -226,9 +240,25 @@ class Scheduler {
 
   int slot(const EvalItem* item) const { return item->number - first; }
 
+  // The walk reaches `item` for the first time: room for its operands'
+  // slots (a memory's are not walked), and its kernel.
+  void meet(EvalItem* item) {
+    int s = slot(item);
+    state[s] = kPending;
+    kernel[s] = item->flat_kernel();
+    if (memory[s]) return;
+    operands_at[s] = static_cast<int>(operand_slots.size());
+    nb_operands[s] = item->nb_operands;
+    operand_slots.resize(operand_slots.size() + item->nb_operands);
+  }
+
   int first;
   std::vector<int> state;    // kUnseen, kPending or kListed
   std::vector<char> memory;  // whether an item is a memory
+  // The operands of the item in slot s met by the walk:
+  // operand_slots[operands_at[s] .. + nb_operands[s]).
+  std::vector<int> operands_at, nb_operands, operand_slots;
+  std::vector<FlatKernel> kernel;  // by slot
 };
 
 }  // namespace
