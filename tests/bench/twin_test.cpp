@@ -20,11 +20,7 @@ namespace {
 
 // One generated pair: the path without extension, and the counts of inputs
 // and outputs it was generated with.
-struct Twin {
-  std::string stem;
-  int inputs;
-  int outputs;
-};
+struct Twin { std::string stem; int inputs; int outputs; };
 
 void PrintTo(const Twin& twin, std::ostream* out) { *out << twin.stem; }
 

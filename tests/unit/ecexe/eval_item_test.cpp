@@ -46,10 +46,7 @@ TEST(KeySourceDeathTest, FirstKeyIsOneThenStrictlyIncreasing) {
 }
 
 TEST(EvalFuncTest, PredefinedRealFunctionsByName) {
-  struct Case {
-    const char* name;
-    double arg, expected;
-  } cases[] = {
+  struct Case { const char* name; double arg, expected; } cases[] = {
       {"cos", 0.5, std::cos(0.5)},     {"sin", 0.5, std::sin(0.5)},
       {"tan", 0.5, std::tan(0.5)},     {"acos", 0.5, std::acos(0.5)},
       {"asin", 0.5, std::asin(0.5)},   {"atan", 0.5, std::atan(0.5)},

@@ -100,10 +100,7 @@ TEST(EvalLogicTest, ConditionalSelectsOneBranchStatus) {
 }
 
 TEST(EvalLogicTest, DieseAndNorCountTrueOperandsWithoutAbsorbingNil) {
-  struct Case {
-    const char* operands;
-    char diese, nor;
-  } cases[] = {
+  struct Case { const char* operands; char diese, nor; } cases[] = {
       {"", 'T', 'T'},    {"F", 'T', 'T'},   {"T", 'T', 'F'},    {"TFF", 'T', 'F'},
       {"TTF", 'F', 'F'}, {"FFF", 'T', 'T'}, {"NTT", 'N', 'N'},  {"TTN", 'N', 'N'},
       {"FZ", 'Z', 'Z'},  {"NZT", 'B', 'B'},

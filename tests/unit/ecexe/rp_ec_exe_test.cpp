@@ -97,11 +97,7 @@ TEST(RPEcExeTest, InterfaceAndLocals) {
 }
 
 TEST(RPEcExeTest, ProgramsFollowHandTraces) {
-  struct Case {
-    const char* program;
-    std::vector<std::string> rows;
-    const char* trace;
-  } cases[] = {
+  struct Case { const char* program; std::vector<std::string> rows; const char* trace; } cases[] = {
       // A counter with reset: -> picks the first instant, pre the last.
       {"node c(tick, reset: bool) returns (n: int);\n"
        "let n = (if tick then 1 else 0) -> if reset then 0 else pre n + (if tick then 1 else 0);"

@@ -24,10 +24,7 @@ std::string shape(const std::string& expression) {
 }
 
 TEST(EcParseTest, PrecedenceAndAssociativity) {
-  struct Case {
-    const char* text;
-    const char* built;
-  } cases[] = {
+  struct Case { const char* text; const char* built; } cases[] = {
       {"a -> b -> c", "((a -> b) -> c)"},
       {"a => b => c", "(a => (b => c))"},
       {"not a * b", "(not (a * b))"},
@@ -124,10 +121,7 @@ TEST(EcParseTest, WholeProgramsAndEndMarks) {
 }
 
 TEST(EcParseTest, SyntaxErrorsGiveTheirLine) {
-  struct Case {
-    const char* text;
-    const char* report;
-  } cases[] = {
+  struct Case { const char* text; const char* report; } cases[] = {
       {"node n(x: int) returns (y: int);\nlet\n  y = x + ) ;\ntel", "syntax error     - at line 3\n"},
       // The lexer has read the newline after the offending ';' already.
       {"node n(x: int) returns (y: int);\nlet\n  y = x +;\ntel", "syntax error     - at line 4\n"},

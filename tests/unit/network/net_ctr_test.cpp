@@ -10,13 +10,7 @@ using namespace nettest;
 
 namespace {
 
-struct Ctr {
-  Net* net;
-  NetCtr* ctr;
-  Exp* x;
-  Exp* y;
-  Exp* z;
-};
+struct Ctr { Net* net; NetCtr* ctr; Exp* x; Exp* y; Exp* z; };
 
 // A network with int inputs x, y, z, a safe function f and an unsafe u.
 Ctr make_ctr() {

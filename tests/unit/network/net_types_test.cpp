@@ -15,14 +15,7 @@ const char* kProgram =
     "  returns (o: int);\n"
     "let o = i; tel\n";
 
-struct Fixture {
-  Net* net;
-  Exp* c;
-  Exp* d;
-  Exp* i;
-  Exp* s;
-  Exp* r;
-};
+struct Fixture { Net* net; Exp* c; Exp* d; Exp* i; Exp* s; Exp* r; };
 
 Fixture make() {
   Net* net = parse_text(kProgram);

@@ -69,11 +69,7 @@ TEST(NormNetTest, SharedSourceNodeIsTranslatedOnce) {
   EXPECT_EQ(net->nb_nodes, 3);
 }
 
-struct BoolCase {
-  ExpNature nature;
-  const char* ops[3];
-  const char* expected;
-};
+struct BoolCase { ExpNature nature; const char* ops[3]; const char* expected; };
 
 TEST(NormNetTest, BooleanSimplificationWhenSwitchedOn) {
   const BoolCase cases[] = {

@@ -24,11 +24,7 @@ const char* kProgram =
     "  assert not l;\n"
     "tel\n";
 
-struct ToolRun {
-  int status;
-  std::string out;
-  std::string err;
-};
+struct ToolRun { int status; std::string out; std::string err; };
 
 ToolRun run_ecprint(const std::string& args) {
   std::string err_path = nettest::write_temp("") + ".err";

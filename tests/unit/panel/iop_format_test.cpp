@@ -81,10 +81,7 @@ TEST_F(IopFormatTest, WrittenDescriptionsReadBackToTheSameTree) {
 // Outcomes of reading: the result and the whole of standard error, where
 // a syntax error names its line (0: none).
 TEST_F(IopFormatTest, ReaderOutcomes) {
-  const struct {
-    const char* description;
-    int result, line;
-  } table[] = {
+  const struct { const char* description; int result, line; } table[] = {
       {"  // c\n/* d\n */\n\t", 1, 0},
       {"inputs a : int,\n", 0, 2},
       // the writer's own output for leaves without a layout
@@ -145,10 +142,7 @@ TEST_F(IopFormatTest, BarePanelsKeywordComesFromLeavesWithoutLayout) {
 }
 
 TEST_F(IopFormatDeathTest, FatalReadingErrors) {
-  const struct {
-    const char* description;
-    const char* message;
-  } table[] = {
+  const struct { const char* description; const char* message; } table[] = {
       {"inputs a : int; / x", "lexical error : bad sequence '/ ', line '1'\n"},
       {"inputs\na : int #", "lexical error : unknown char '#'='35', line '2'\n"},
       {"panels top = line { $b };", "IOPanel::read_iop: undefined ident 'b' line 1\n"},
@@ -169,10 +163,7 @@ TEST_F(IopFormatDeathTest, FatalReadingErrors) {
 
 TEST_F(IopFormatDeathTest, UnnamedDefinitionsAreFatal) {
   PtyStream* out = PtyStream::of_stderr();
-  const struct {
-    Panel* panel;
-    const char* message;
-  } table[] = {
+  const struct { Panel* panel; const char* message; } table[] = {
       {panel->createPanelLine(nullptr), "  Error :\nPanelForm::to_iop_def : the node has no name\n"},
       {panel->createPanelBox(), "  Error :\nPanelBox::to_iop_def : the node has no name\n"},
       {panel->createPanelPopup(key("p"), panel->createPanelBox()),

@@ -35,10 +35,7 @@ std::string section(const std::string& text, const std::string& first, const std
 // string-valued modifier, modifiers a bool accepts and ignores. The real
 // ranges and the labels are read back from the widgets in tkscript.test.
 TEST_F(TkScriptTest, LeafVariablesTakeModifiersOrDefaults) {
-  struct Case {
-    const char* description;
-    const char* expected;
-  } table[] = {
+  struct Case { const char* description; const char* expected; } table[] = {
       {"inputs n : int;",
        "lappend Global(input_names) n\nlappend Global(input_types) int\n"
        "set VarLabel(n) {n}\nset MinInt(n) {-256}\nset MaxInt(n) {255}\n"},
