@@ -20,22 +20,16 @@ namespace {
 
 // One generated pair: the path without extension, and the counts of inputs
 // and outputs it was generated with.
-struct Twin {
-  std::string stem;
-  int inputs;
-  int outputs;
-};
+struct Twin { std::string stem; int inputs; int outputs; };
 
 void PrintTo(const Twin& twin, std::ostream* out) { *out << twin.stem; }
 
 std::vector<Twin> twin_programs() {
   std::vector<Twin> twins;
   std::stringstream list(TWIN_PROGRAMS);
-  for (std::string entry; std::getline(list, entry, ',');) {
-    size_t outs = entry.rfind(':'), ins = entry.rfind(':', outs - 1);
-    twins.push_back({entry.substr(0, ins), std::stoi(entry.substr(ins + 1, outs - ins - 1)),
-                     std::stoi(entry.substr(outs + 1))});
-  }
+  for (std::string stem, ins, outs; std::getline(list, stem, ':') && std::getline(list, ins, ':') &&
+                                    std::getline(list, outs, ',');)
+    twins.push_back({stem, std::stoi(ins), std::stoi(outs)});
   return twins;
 }
 
@@ -79,14 +73,12 @@ TEST_P(TwinTest, EvaluatorAndCompiledTwinAgreeOnEveryInstant) {
   EXPECT_EQ(ec->nb_inputs(), GetParam().inputs);
   EXPECT_EQ(ec->nb_outputs(), GetParam().outputs);
   EXPECT_GT(ec->nb_assertions(), 0);
-  for (int i = 0; i < ec->nb_inputs(); i++) {
-    ASSERT_STREQ(ec->input_ident(i), dro->input_ident(i));
-    ASSERT_STREQ(ec->input_type(i), dro->input_type(i));
-  }
-  for (int i = 0; i < ec->nb_outputs(); i++) {
-    ASSERT_STREQ(ec->output_ident(i), dro->output_ident(i));
-    ASSERT_STREQ(ec->output_type(i), dro->output_type(i));
-  }
+  for (int i = 0; i < ec->nb_inputs(); i++)
+    ASSERT_EQ(std::string(ec->input_ident(i)) + ec->input_type(i),
+              std::string(dro->input_ident(i)) + dro->input_type(i));
+  for (int i = 0; i < ec->nb_outputs(); i++)
+    ASSERT_EQ(std::string(ec->output_ident(i)) + ec->output_type(i),
+              std::string(dro->output_ident(i)) + dro->output_type(i));
 
   InputSource inputs(12345);
   const int steps = 400;

@@ -72,10 +72,7 @@ TEST(EvalArithTest, RealOperatorsAndConversions) {
   EXPECT_EQ(eval(g.make<UMINUS_double_EI>({g.d(2.5)}))->value.d, -2.5);
   EXPECT_EQ(eval(g.make<INT2REAL_double_EI>({g.i(INT_MAX)}))->value.d, 2147483647.0);
 
-  struct Case {
-    double r;
-    int32_t expected;
-  } truncations[] = {
+  struct Case { double r; int32_t expected; } truncations[] = {
       {2.7, 2}, {-2.7, -2}, {2147483647.9, INT_MAX}, {-2147483648.9, INT_MIN},
       {2147483648.0, INT_MIN}, {1e10, INT_MIN}, {-1e10, INT_MIN}, {std::nan(""), INT_MIN},
   };

@@ -1,4 +1,4 @@
-// eval_item_test.cpp -- construction state, the base-class fatal errors,
+// eval_item_test.cpp -- the base-class fatal errors,
 // the key source, function items and the predefined functions.
 #include "ecexe/eval_item.h"
 
@@ -11,18 +11,6 @@
 #include "ecexe/eval_func.h"
 #include "network/key_source.h"
 #include "eval_graph.h"
-
-TEST(EvalItemTest, FreshItemIsNilUncomputedAndNumbered) {
-  EvalItem first(EI_int, 3);
-  EvalItem second(EI_extern, 0);
-  EXPECT_EQ(first.status, EI_NIL);
-  EXPECT_EQ(first.mark, 0u);
-  EXPECT_EQ(first.aux, 0u);
-  EXPECT_EQ(first.nb_operands, 3);
-  for (int k = 0; k < 3; k++) EXPECT_EQ(first.operands[k], nullptr);
-  EXPECT_EQ(second.number, first.number + 1);
-  EXPECT_EQ(EvalItem::counter, second.number);
-}
 
 TEST(EvalItemDeathTest, BaseOperationsAreFatal) {
   EvalItem item(EI_bool, 0);
@@ -58,10 +46,7 @@ TEST(KeySourceDeathTest, FirstKeyIsOneThenStrictlyIncreasing) {
 }
 
 TEST(EvalFuncTest, PredefinedRealFunctionsByName) {
-  struct Case {
-    const char* name;
-    double arg, expected;
-  } cases[] = {
+  struct Case { const char* name; double arg, expected; } cases[] = {
       {"cos", 0.5, std::cos(0.5)},     {"sin", 0.5, std::sin(0.5)},
       {"tan", 0.5, std::tan(0.5)},     {"acos", 0.5, std::acos(0.5)},
       {"asin", 0.5, std::asin(0.5)},   {"atan", 0.5, std::atan(0.5)},

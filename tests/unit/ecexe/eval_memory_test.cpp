@@ -130,22 +130,15 @@ TEST(EvalMemoryTest, OutputOnAFalseClockIsAbsentAndHolds) {
   auto* x = g.add(new INPUT_int_EI(1));
   auto* clock = g.add(new INPUT_bool_EI(2));
   auto* out = g.make<OUTPUT_int_EI>({x, clock});
-  x->value.i = 1;
-  clock->value.i = 1;
-  eval(out, 1);
-  EXPECT_EQ(out->is_bottom(), 0);
-  EXPECT_EQ(out->value.i, 1);
-  x->value.i = 2;
-  clock->value.i = 0;
-  eval(out, 2);
-  EXPECT_EQ(out->is_bottom(), 1);
-  EXPECT_EQ(out->value.i, 1);
-  EXPECT_EQ(out->status, EI_DEFINED);
-  x->value.i = 3;
-  clock->value.i = 1;
-  eval(out, 3);
-  EXPECT_EQ(out->is_bottom(), 0);
-  EXPECT_EQ(out->value.i, 3);
+  const int instants[][4] = {{1, 1, 0, 1}, {2, 0, 1, 1}, {3, 1, 0, 3}};  // x, clock: absent, value
+  for (unsigned k = 0; k < 3; k++) {
+    x->value.i = instants[k][0];
+    clock->value.i = instants[k][1];
+    eval(out, k + 1);
+    EXPECT_EQ(out->is_bottom(), instants[k][2]) << k;
+    EXPECT_EQ(out->value.i, instants[k][3]) << k;
+    EXPECT_EQ(out->status, EI_DEFINED);
+  }
 }
 
 // Reset stops at items never computed; a computed declared constant comes

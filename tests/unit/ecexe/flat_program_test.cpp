@@ -165,14 +165,7 @@ TEST(FlatProgram, AgreesWithTheItemsOnHandWrittenPrograms) {
 
 TEST(FlatProgram, AgreesWithTheItemsOnTheExamples) {
   for (const char* name : {"counter", "edge", "faults", "stopwatch", "thermostat", "watchdog"}) {
-    std::string path = std::string(TAVIK_SOURCE_DIR) + "/examples/" + name + ".ec";
-    FILE* f = fopen(path.c_str(), "r");
-    ASSERT_NE(f, nullptr) << path;
-    std::string text;
-    char buffer[4096];
-    for (size_t n; (n = fread(buffer, 1, sizeof buffer, f)) > 0;) text.append(buffer, n);
-    fclose(f);
-    compare(text, 7, 200);
+    compare(testsupport::file_text(std::string(TAVIK_SOURCE_DIR) + "/examples/" + name + ".ec"), 7, 200);
   }
 }
 

@@ -22,10 +22,13 @@ RPEcExe* load_program() {
   return p;
 }
 
-TEST(LocalStatusTest, StatusesAsTheLastEvaluationLeftThem) {
+TEST(LocalStatusTest, StatusesAsTheLastEvaluationLeftThemAndLocationsThatFollow) {
   RPEcExe* p = load_program();
   ASSERT_EQ(p->nb_locals(), 2);
-  *static_cast<int*>(p->input_loc(0)) = 3;
+  const int* seen = static_cast<int*>(p->local_loc(0));
+  const int* later = static_cast<int*>(p->local_loc(1));
+  int* a = static_cast<int*>(p->input_loc(0));
+  *a = 3;
   p->init_step();
   ASSERT_EQ(p->eval_outputs(), 0);
   EXPECT_EQ(p->local_status(0), RP_DEFINED);
@@ -38,14 +41,6 @@ TEST(LocalStatusTest, StatusesAsTheLastEvaluationLeftThem) {
   p->reset_history();
   EXPECT_EQ(p->local_status(0), RP_DEFINED);
   EXPECT_EQ(p->local_status(1), RP_DEFINED);
-}
-
-TEST(LocalStatusTest, ALocationFollowsItsLocal) {
-  RPEcExe* p = load_program();
-  ASSERT_EQ(p->nb_locals(), 2);
-  const int* seen = static_cast<int*>(p->local_loc(0));
-  const int* later = static_cast<int*>(p->local_loc(1));
-  int* a = static_cast<int*>(p->input_loc(0));
   for (int v : {3, -4, 10}) {
     *a = v;
     ASSERT_EQ(p->step(), 0);

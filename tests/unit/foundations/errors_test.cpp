@@ -51,44 +51,29 @@ TEST(ErrorsTest, CountedErrorsStopOnlyWhenRecovering) {
       testing::ExitedWithCode(1), "^one\ntwo\nthree\n\\*\\*\\* 3 Errors stop\n$");
 }
 
-TEST_F(VerboseState, LevelsAreComparedWithVERBOSE) {
-  struct Case {
-    int verbose, level;
-    const char* expected;
-  } cases[] = {{1, 2, ""}, {2, 2, "x"}, {3, 2, "x"}, {-1, -2, "x"}, {1, 0, "x"}};
-  for (const Case& c : cases) {
-    set_verbose_mode(c.verbose);
+// Verbose prints when its level is at most VERBOSE; pipe mode turns the
+// redraws into visible markers; the wheel stays silent off a terminal.
+TEST_F(VerboseState, LevelsPipeModeAndSilentWheel) {
+  const int cases[][3] = {{1, 2, 0}, {2, 2, 1}, {-1, -2, 1}, {1, 0, 1}};  // verbose, level, shown
+  for (const auto& c : cases) {
+    set_verbose_mode(c[0]);
     CaptureStderr();
-    EXPECT_EQ(Verbose(c.level, "%s", "x"), c.verbose);
-    EXPECT_EQ(GetCapturedStderr(), c.expected) << c.verbose << " " << c.level;
+    EXPECT_EQ(Verbose(c[1], "%s", "x"), c[0]);
+    EXPECT_EQ(GetCapturedStderr(), c[2] ? "x" : "") << c[0] << " " << c[1];
   }
+  set_verbose_mode();
+  CaptureStderr();
+  Verbose("\rstep %d", 3);
+  for (int i = 0; i < 250; i++) VerboseWheel(2);  // a file, not a terminal
+  set_pipe_mode();
+  Verbose("\rstep %d", 3);
+  Verbose(1, "\bx");
+  Verbose("plain\r");
+  EXPECT_EQ(GetCapturedStderr(), "\rstep 3 \n^Rstep 3\n^Bxplain\r");
   set_verbose_mode(0);
   CaptureStderr();
   Verbose("silent");
   EXPECT_EQ(GetCapturedStderr(), "");
-}
-
-TEST_F(VerboseState, PipeModeTurnsRedrawsIntoMarkers) {
-  set_verbose_mode();
-  CaptureStderr();
-  Verbose("\rstep %d", 3);
-  Verbose("\bx");
-  EXPECT_EQ(GetCapturedStderr(), "\rstep 3\bx");
-  set_pipe_mode();
-  CaptureStderr();
-  Verbose("\rstep %d", 3);
-  Verbose(1, "\bx");
-  Verbose("plain\r");
-  EXPECT_EQ(GetCapturedStderr(), " \n^Rstep 3\n^Bxplain\r");
-}
-
-TEST_F(VerboseState, WheelStaysSilentWhenStderrIsNotATerminal) {
-  set_verbose_mode();
-  CaptureStderr();  // a file, not a terminal
-  for (int i = 0; i < 250; i++) EXPECT_EQ(VerboseWheel(2), 1);
-  EXPECT_EQ(GetCapturedStderr(), "");
-  set_verbose_mode(0);
-  EXPECT_EQ(VerboseWheel(2), 0);
 }
 
 // On a terminal the first glyph comes at the period-th call (the count

@@ -18,10 +18,7 @@ std::string tokens_of(const std::string& text) {
 }
 
 TEST(EcLexTest, TokenStreams) {
-  struct Case {
-    const char* text;
-    const char* tokens;
-  } cases[] = {
+  struct Case { const char* text; const char* tokens; } cases[] = {
       // Two-character operators against their one-character prefixes.
       {"a->b", "a (*XIdf*)\n->\nb (*XIdf*)\n"},
       {"a- >b", "a (*XIdf*)\n-\n>\nb (*XIdf*)\n"},
@@ -47,10 +44,7 @@ TEST(EcLexTest, TokenStreams) {
 }
 
 TEST(EcLexDeathTest, FatalLexicalErrors) {
-  struct Case {
-    std::string text;
-    const char* message;
-  } cases[] = {
+  struct Case { std::string text; const char* message; } cases[] = {
       {"x = 1e;", "^x \\(\\*XIdf\\*\\)\n=\necread lex error : bad real syntax, line '1'\n"},
       {"\n\n1e+", "^ecread lex error : bad real syntax, line '3'\n"},
       {"a\n[", "ecread lex error : unknown char '91' \\(\\[\\), line '2'\n"},

@@ -15,14 +15,7 @@ const char* kProgram =
     "  returns (o: int);\n"
     "let o = i; tel\n";
 
-struct Fixture {
-  Net* net;
-  Exp* c;
-  Exp* d;
-  Exp* i;
-  Exp* s;
-  Exp* r;
-};
+struct Fixture { Net* net; Exp* c; Exp* d; Exp* i; Exp* s; Exp* r; };
 
 Fixture make() {
   Net* net = parse_text(kProgram);
@@ -46,9 +39,6 @@ TEST(NetTypesTest, TypesByNature) {
   Exp* call = make_exp(CALL_n, f.i, key("pair"));
   EXPECT_EQ(net->type(make_exp(PROJ_n, call, 2)), net->real_type);
   EXPECT_EQ(net->type(make_exp(PROJ_n, call, 1)), net->int_type);
-  Exp* none[] = {};
-  int no_coefs[] = {0};
-  EXPECT_EQ(net->type(make_exp(ICL_n, 0, none, no_coefs, 3)), net->int_type);
   EXPECT_EQ(net->type(make_exp(NOR_n, 2, two)), net->bool_type);
 }
 

@@ -23,11 +23,7 @@ NormNet* built(const std::string& body, int mode = 0) {
   return net;
 }
 
-struct ClassCase {
-  const char* body;
-  int nodes;
-  int classes;
-};
+struct ClassCase { const char* body; int nodes; int classes; };
 
 TEST(NormMinimizeTest, ClassCountsDerivedByHand) {
   const ClassCase cases[] = {

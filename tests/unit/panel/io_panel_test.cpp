@@ -53,16 +53,13 @@ TEST_F(IOPanelTest, PopupSonIsNotLinked) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-struct Refusal {
-  const char* what;
-  std::function<void(IOPanel*, SymbolTable*)> call;
-  const char* message;  // the whole of standard error
-};
+struct Refusal { const char* what; std::function<void(IOPanel*, SymbolTable*)> call; const char* message; };
 
 TEST_F(IOPanelDeathTest, ConflictsAndRefusalsAreFatal) {
   auto in = [](IOPanel* p, SymbolTable* s, const char* n) {
     return p->createPanelInput(s->add("%s", n), p->int_key, nullptr);
   };
+  // `message` is the whole of standard error.
   const Refusal table[] = {
       {"renaming a named panel, even to a free name",
        [](IOPanel* p, SymbolTable* s) {
@@ -72,36 +69,22 @@ TEST_F(IOPanelDeathTest, ConflictsAndRefusalsAreFatal) {
        },
        "  Error :\nIOPanel: can't give name 'b' (already named by 'a')\n"},
       {"an output under an input's name",
-       [&](IOPanel* p, SymbolTable* s) {
-         in(p, s, "x");
-         p->createPanelOutput(s->add("x"), p->int_key, nullptr);
-       },
+       [&](IOPanel* p, SymbolTable* s) { in(p, s, "x"); p->createPanelOutput(s->add("x"), p->int_key, nullptr); },
        "  Error :\nIOPanel:createPanelOutput : name 'x' already used\n"},
-      {"an input declared twice",
-       [&](IOPanel* p, SymbolTable* s) {
-         in(p, s, "x");
-         in(p, s, "x");
-       },
+      {"an input declared twice", [&](IOPanel* p, SymbolTable* s) { in(p, s, "x"); in(p, s, "x"); },
        "  Error :\nIOPanel:createPanelInput : name 'x' already used\n"},
       {"a top set without its name",
-       [](IOPanel* p, SymbolTable*) {
-         p->top = p->createPanelBox();
-         p->define_top(p->createPanelBox());
-       },
+       [](IOPanel* p, SymbolTable*) { p->top = p->createPanelBox(); p->define_top(p->createPanelBox()); },
        "  Error :\nIOPanel: top panel defined twice\n\n"},
       {"add_son on a box", [](IOPanel* p, SymbolTable*) { p->createPanelBox()->add_son(nullptr); },
        "  Error :\nPanel:add_son() is only vurtual\n"},
-      {"append_son on an input",
-       [&](IOPanel* p, SymbolTable* s) { in(p, s, "x")->append_son(nullptr); },
+      {"append_son on an input", [&](IOPanel* p, SymbolTable* s) { in(p, s, "x")->append_son(nullptr); },
        "  Error :\nPanel:append_son() is only vurtual\n"},
-      {"type_ident on a form",
-       [](IOPanel* p, SymbolTable*) { p->createPanelLine(nullptr)->type_ident(); },
+      {"type_ident on a form", [](IOPanel* p, SymbolTable*) { p->createPanelLine(nullptr)->type_ident(); },
        "  Error :\nPanel:type_ident() is only virtual\n"},
-      {"to_tk on the base",
-       [](IOPanel* p, SymbolTable*) { p->createPanelBox()->Panel::to_tk(nullptr, "."); },
+      {"to_tk on the base", [](IOPanel* p, SymbolTable*) { p->createPanelBox()->Panel::to_tk(nullptr, "."); },
        "Sorry, Internal Error :\nPanel::to_tk is only virtual\n"},
-      {"to_tk_var on the base",
-       [](IOPanel* p, SymbolTable*) { p->createPanelBox()->Panel::to_tk_var(nullptr); },
+      {"to_tk_var on the base", [](IOPanel* p, SymbolTable*) { p->createPanelBox()->Panel::to_tk_var(nullptr); },
        "Sorry, Internal Error :\nPanel::to_tk_var is only virtual\n"},
   };
   for (const Refusal& r : table) {
