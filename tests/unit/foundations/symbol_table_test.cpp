@@ -4,11 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <vector>
 
 namespace {
 
-// "A", "Q", "1" and "a" share a bucket of the tape: all are kept apart.
+// "A", "Q", "1" and "a" share a bucket of the tape: all are kept apart, and
+// the statistics count one bucket and the loose chain maximum (raised only
+// past the longest chain walked, to one more than its length).
 TEST(StringTapeTest, CollidingTextsAreKeptApart) {
   StringTape tape;
   tape.init(5041);
@@ -19,6 +22,12 @@ TEST(StringTapeTest, CollidingTextsAreKeptApart) {
   EXPECT_EQ(tape.internal_find("Q")->number, 2);
   EXPECT_EQ(tape.internal_find("1")->number, 3);
   EXPECT_EQ(tape.internal_find("a"), nullptr);
+  char buffer[256];
+  FILE* f = fmemopen(buffer, sizeof buffer, "w");
+  tape.print_statistics(f);
+  fclose(f);
+  EXPECT_STREQ(buffer,
+               "hash size  :  5041\noccupied   :     1\ncoll max   :     4\nnb strings :     3\n");
 }
 
 // Symbols are dense from one. Texts fill several pages of the tape and the
