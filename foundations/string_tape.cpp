@@ -48,9 +48,8 @@ STapeHashItem* StringTape::item(int number) const {
   return &item_blocks[(number - 1) / ITEM_BLOCK][(number - 1) % ITEM_BLOCK];
 }
 
-STapeHashItem* StringTape::lookup(const char* text) const {
+STapeHashItem* StringTape::lookup(const char* text, uint32_t h) const {
   if (index.empty()) return nullptr;
-  uint32_t h = index_hash(text);
   size_t mask = index.size() - 1;
   for (size_t i = h & mask;; i = (i + 1) & mask) {
     const IndexSlot& slot = index[i];
@@ -101,7 +100,8 @@ char* StringTape::place(const char* text, int n) {
 
 // A text that is absent would have been looked for along its whole bucket.
 STapeHashItem* StringTape::internal_add(const char* text) {
-  if (STapeHashItem* found = lookup(text)) return found;
+  uint32_t text_hash = index_hash(text);
+  if (STapeHashItem* found = lookup(text, text_hash)) return found;
   unsigned h = hash_code(text);
   int k = chain_length[h];
   if (k == 0) nb_used_buckets++;
@@ -109,7 +109,7 @@ STapeHashItem* StringTape::internal_add(const char* text) {
   char* copy = place(text, static_cast<int>(strlen(text)) + 1);
   STapeHashItem* created = new_item(copy, h);
   // Indexed before it is counted: the index grows on the count it holds.
-  index_insert(index_hash(copy), created->number, copy);
+  index_insert(text_hash, created->number, copy);
   nb_strings++;
   buckets[h] = created;
   chain_length[h]++;
@@ -117,7 +117,7 @@ STapeHashItem* StringTape::internal_add(const char* text) {
 }
 
 STapeHashItem* StringTape::internal_find(const char* text) {
-  STapeHashItem* found = lookup(text);
+  STapeHashItem* found = lookup(text, index_hash(text));
   if (!found) {
     int k = chain_length[hash_code(text)];
     if (k > max_chain) max_chain = k + 1;

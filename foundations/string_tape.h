@@ -50,8 +50,8 @@ class StringTape {
   int room_left() const { return room; }
 
  private:
-  // The item holding `text`, or null.
-  STapeHashItem* lookup(const char* text) const;
+  // The item holding `text`, whose index hash is `h`, or null.
+  STapeHashItem* lookup(const char* text, uint32_t h) const;
   // Copies `text` (n bytes with its terminator) into the tape.
   char* place(const char* text, int n);
 

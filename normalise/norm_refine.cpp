@@ -26,7 +26,7 @@
 
 NormRefinement::NormRefinement(NormNet* net) : net(net) {}
 
-void NormRefinement::read_nodes() {
+std::vector<NormRefinement::Kind> NormRefinement::read_nodes() {
   for (NormNet::NodeEntry* e = net->node_list; e; e = e->next) {
     // The mark holds the node's index + 1 until the classes are numbered.
     e->exp->mark = static_cast<int>(entries.size()) + 1;
@@ -36,6 +36,7 @@ void NormRefinement::read_nodes() {
   first_operand.assign(n + 1, 0);
   std::unordered_map<Exp*, int> leaf_numbers;
   commutative.assign(n, 0);
+  std::vector<Kind> kinds;
   kinds.reserve(n);
   for (int v = 0; v < n; v++) {
     // Everything read of a node is read in this one visit: on a large
@@ -66,6 +67,7 @@ void NormRefinement::read_nodes() {
   for (int v = 0; v < n; v++)
     for (int k = first_operand[v]; k < first_operand[v + 1]; k++)
       if (operands[k] >= 0) users[fill[operands[k]]++] = v;
+  return kinds;
 }
 
 // What the nodes of a class share besides their operands' classes.
@@ -93,7 +95,7 @@ size_t NormRefinement::KindHash::operator()(const Kind& k) const {
   return h;
 }
 
-void NormRefinement::initial_blocks() {
+void NormRefinement::initial_blocks(const std::vector<Kind>& kinds) {
   int n = static_cast<int>(entries.size());
   block.assign(n, -1);
   next.assign(n, -1);
@@ -104,7 +106,6 @@ void NormRefinement::initial_blocks() {
     if (found->second < 0) found->second = new_block();
     add_to_block(v, found->second);
   }
-  std::vector<Kind>().swap(kinds);
 }
 
 int NormRefinement::new_block() {
@@ -256,9 +257,8 @@ bool NormRefinement::split(const Plan& p, const std::vector<int>& touched) {
 }
 
 void NormRefinement::refine() {
-  read_nodes();
+  initial_blocks(read_nodes());
   int n = static_cast<int>(entries.size());
-  initial_blocks();
   current.assign(n, 0);
   queued.assign(n, 0);
   sig_start.assign(n, 0);

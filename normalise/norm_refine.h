@@ -35,9 +35,11 @@ class NormRefinement {
     int block, begin, end;
   };
 
-  void read_nodes();
+  // Numbers the nodes and reads their operands; returns their kinds.
+  std::vector<Kind> read_nodes();
   Kind kind(int v);
-  void initial_blocks();
+  // The first blocks: one for each kind.
+  void initial_blocks(const std::vector<Kind>& kinds);
   int new_block();
   void add_to_block(int v, int b);
   // Moves v to block b and queues its users for the next round.
@@ -56,7 +58,6 @@ class NormRefinement {
   std::vector<int> first_operand, operands;
   std::vector<int> first_user, users;  // the same, for the nodes using v
   std::vector<char> commutative;       // whether v's two operands commute
-  std::vector<Kind> kinds;             // v's kind, until the first blocks are made
   // Blocks: doubly linked member lists.
   std::vector<int> block, next, prev, head, size;
   int round = 0;
