@@ -93,5 +93,5 @@ int EvalItem::demand_operands(unsigned key) {
 void check_clock(int status) {
   if (status == EI_DEFINED) return;
   fputs("clock takes on nil\n", stderr);
-  exit(1);
+  FatalExit();
 }

@@ -2,6 +2,7 @@
 // Operations that every implementation must provide refuse loudly, so that a
 // missing override is found at its first call rather than read as a value.
 #include "ecexe/rp_exe.h"
+#include "foundations/errors.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -11,7 +12,7 @@ static const char ONLY_VIRTUAL[] = "RPExe only virtual";
 void RPExe::Error(const char* text) {
   fputs(text, stderr);
   fflush(stderr);
-  exit(1);
+  FatalExit();
 }
 
 RPExe::~RPExe() {}

@@ -16,11 +16,21 @@ int WHEEL_INDEX = 0;
 int nb_global_error = 0;
 
 static const char* tool_name = TOOL_NAME_DFLT;
+static int fatal_status = 1;
+static void (*fatal_hook)() = nullptr;
 
 void set_verbose_mode() { VERBOSE = 1; }
 void set_verbose_mode(int level) { VERBOSE = level; }
 void set_pipe_mode() { PIPE = 1; }
 void set_errors_tool_name(const char* name) { tool_name = name; }
+
+void set_fatal_status(int status) { fatal_status = status; }
+void set_fatal_hook(void (*hook)()) { fatal_hook = hook; }
+
+void FatalExit() {
+  if (fatal_hook) fatal_hook();
+  exit(fatal_status);
+}
 
 int Verbose() { return VERBOSE; }
 
@@ -77,7 +87,7 @@ void Error(const char* fmt, ...) {
   vfprintf(stderr, fmt, ap);
   va_end(ap);
   fputc('\n', stderr);
-  exit(1);
+  FatalExit();
 }
 
 int Warning(const char* fmt, ...) {
@@ -96,7 +106,7 @@ void IError(const char* fmt, ...) {
   vfprintf(stderr, fmt, ap);
   va_end(ap);
   fputc('\n', stderr);
-  exit(1);
+  FatalExit();
 }
 
 int GError(const char* fmt, ...) {
@@ -113,5 +123,5 @@ int GErrors() { return nb_global_error; }
 void GErrorRecover() {
   if (nb_global_error == 0) return;
   fprintf(stderr, "*** %d Errors stop\n", nb_global_error);
-  exit(1);
+  FatalExit();
 }

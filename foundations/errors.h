@@ -1,6 +1,8 @@
 // errors.h -- diagnostics and verbosity.
 // Every report of the system goes to standard error through these functions.
 // Error and IError end the process with status 1; nothing is thrown.
+// Every fatal path of the system ends in FatalExit, so that a program that
+// embeds the system may choose the status, or run a hook first.
 #ifndef FOUNDATIONS_ERRORS_H
 #define FOUNDATIONS_ERRORS_H
 
@@ -30,11 +32,20 @@ int Verbose(int level, const char* fmt, ...) TAVIK_PRINTF(2, 3);
 // Advances the spinner on a terminal: a glyph every `period` calls. Returns VERBOSE.
 int VerboseWheel(int period);
 
-// "<tool> Error :", the message, a newline, then exit(1).
+// Ends the process after a fatal diagnostic: runs the fatal hook, if any,
+// then exits with the fatal status.
+[[noreturn]] void FatalExit();
+// The status of the process at a fatal exit; 1 unless set.
+void set_fatal_status(int status);
+// Runs `hook` (null: none) at every fatal exit before the process ends. A
+// hook that does not return (a longjmp, an exception) keeps the process.
+void set_fatal_hook(void (*hook)());
+
+// "<tool> Error :", the message, a newline, then FatalExit.
 [[noreturn]] void Error(const char* fmt, ...) TAVIK_PRINTF(1, 2);
 // "<tool> Warning :", the message and a newline; the process goes on.
 int Warning(const char* fmt, ...) TAVIK_PRINTF(1, 2);
-// "Sorry, Internal Error :", the message, a newline, then exit(1).
+// "Sorry, Internal Error :", the message, a newline, then FatalExit.
 [[noreturn]] void IError(const char* fmt, ...) TAVIK_PRINTF(1, 2);
 
 // The message alone, counted; GErrorRecover stops the process once any was

@@ -1,5 +1,6 @@
 // fract.cpp -- exact rational numbers and the parsing of decimal literals.
 #include "foundations/fract.h"
+#include "foundations/errors.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -44,7 +45,7 @@ long long ppcm(long long a, long long b) {
 Fract::Fract(long long n, long long d) {
   if (d == 0) {
     fputs("Fract::Fract: division by zero\n", stderr);
-    exit(1);
+    FatalExit();
   }
   if (n == 0) {
     num = 0;
@@ -68,7 +69,7 @@ Fract::Fract(long long n, long long d) {
 double Fract::todouble() const {
   if (den == 0) {
     fputs("Fract::todouble() : division by zero\n", stderr);
-    exit(1);
+    FatalExit();
   }
   return static_cast<double>(num) / static_cast<double>(den);
 }
@@ -131,7 +132,7 @@ Fract atofract(const char* text) {
   }
   if (static_cast<double>(numerator) / static_cast<double>(denominator) != strtod(text, nullptr)) {
     fprintf(stderr, "Fract::operator=(char*) : arithmetic overflow while parsing '%s'\n", text);
-    exit(1);
+    FatalExit();
   }
   return Fract(numerator, denominator);
 }

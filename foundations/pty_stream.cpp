@@ -1,5 +1,6 @@
 // pty_stream.cpp -- the indenting, line-breaking output stream.
 #include "foundations/pty_stream.h"
+#include "foundations/errors.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -11,7 +12,7 @@ static FILE* open_path(const char* path) {
   FILE* f = fopen(path, "w");
   if (!f) {
     fprintf(stderr, "can't open file '%s'\n", path);
-    exit(1);
+    FatalExit();
   }
   return f;
 }
@@ -132,7 +133,7 @@ static FILE* open_temporary() {
   FILE* f = tmpfile();
   if (!f) {
     fputs("can't open temporary file\n", stderr);
-    exit(1);
+    FatalExit();
   }
   return f;
 }

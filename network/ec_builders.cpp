@@ -148,7 +148,7 @@ static IdentInfo* GetIdentInfo(int key) {
   IdentInfo* info = net->get_ident_info(key);
   if (info && info->ref) return info;
   fprintf(stderr, "ecnet::GetIdentInfo : undeclared ident '%s'\n", Symbols->text(key));
-  exit(1);
+  FatalExit();
 }
 
 void AddAssertion(Exp* e) { net->add_assertion(e); }
@@ -172,7 +172,7 @@ Exp* RefExp(int name) { return GetIdentInfo(name)->ref; }
 Exp* CallExp(int function, Exp* arg) {
   if (!net->get_func_info(function)) {
     fprintf(stderr, "ecnet::GetIdentInfo : undeclared ident '%s'\n", Symbols->text(function));
-    exit(1);
+    FatalExit();
   }
   return new Exp(CALL_n, arg, function);
 }

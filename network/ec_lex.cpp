@@ -2,6 +2,7 @@
 // identifiers and keywords, one- and two-character operators. It reads one
 // character ahead (carcour) and never pushes a character back.
 #include "network/ec_lex.h"
+#include "foundations/errors.h"
 
 #include <cctype>
 #include <cstdlib>
@@ -104,7 +105,7 @@ int lex_number() {
     if (carcour == '+' || carcour == '-') take();
     if (carcour == EOF || !isdigit(carcour)) {
       printf("ecread lex error : bad real syntax, line '%d'\n", ec::yyline);
-      exit(1);
+      FatalExit();
     }
     take_digits();
   }
@@ -159,7 +160,7 @@ int ec_lex() {
     }
     if (!is_one_of(first, "(*-<=>")) {
       printf("ecread lex error : unknown char '%d' (%c), line '%d'\n", first, first, ec::yyline);
-      exit(1);
+      FatalExit();
     }
     GetChar(&carcour);
     if (first == '(' && carcour == '*') {
@@ -208,7 +209,7 @@ static void print_token(int code) {
   const char* text = keyword_text(code);
   if (!text) {
     printf("unknmown lexeme '%d'\n", code);
-    exit(1);
+    FatalExit();
   }
   printf("%s\n", text);
   if (code == EC_BOOL || code == EC_INT || code == EC_REAL || code == EC_TRUE || code == EC_FALSE)

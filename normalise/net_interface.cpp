@@ -2,6 +2,7 @@
 // listing its interface. Arrays are sized from the network's declaration
 // counts before they are filled, so each add_* writes within them.
 #include "normalise/net_interface.h"
+#include "foundations/errors.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -74,7 +75,7 @@ void PNetInterface::add_assert(Exp* node) {
 NetInterface::NetInterface() = default;
 
 NetInterface::NetInterface(const char* file, SymbolTable* symbols) {
-  if (init(file, symbols, 0, 0) != 0) exit(1);
+  if (init(file, symbols, 0, 0) != 0) FatalExit();
 }
 
 int NetInterface::init(const char* file, SymbolTable* symbols, int opt_a, int opt_b) {

@@ -36,7 +36,7 @@
 EcExe::EcExe() = default;
 
 EcExe::EcExe(const char* file, SymbolTable* symbols) {
-  if (init(file, symbols) != 0) exit(1);
+  if (init(file, symbols) != 0) FatalExit();
 }
 
 int EcExe::init(const char* file, SymbolTable* symbols) {
