@@ -1,0 +1,214 @@
+// tavik_run.cpp -- tavik-run, the simulator without a window: runs an ec
+// or compiled program over a scenario file, writes the trace as CSV or as
+// a value change dump, and compares it with expected values. It needs
+// neither Tk nor a display. Exit status: 0 when every instant ran without
+// a run-time problem and as expected, 1 when some did not, 2 when nothing
+// could be run.
+#include <time.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "ecexe/dro_load.h"
+#include "ecexe/rp_ec_exe.h"
+#include "foundations/errors.h"
+#include "foundations/symbol_table.h"
+#include "trace/scenario_run.h"
+
+namespace {
+
+const char kUsage[] =
+    "usage: tavik-run PROGRAM.ec|PROGRAM.dro SCENARIO.csv [-o TRACE.csv] [--vcd TRACE.vcd]\n"
+    "                 [--locals] [--expect EXPECTED.csv [--tolerance T]]\n"
+    "                 [--on-problem continue|abort|stop] [--seed N]\n"
+    "  '-' names standard input (the scenario) or standard output (a trace).\n"
+    "  Without -o, --vcd or --expect, the CSV trace goes to standard output.\n";
+
+// Nothing could be run: bad options, program or files.
+enum { RUN_OK = 0, RUN_PROBLEMS = 1, RUN_NOTHING = 2 };
+
+struct Options {
+  const char* program = nullptr;
+  RunOptions run;
+  bool locals = false;
+  bool seeded = false;
+  unsigned seed = 0;
+};
+
+[[noreturn]] void refuse(const std::string& message) {
+  fprintf(stderr, "tavik-run: %s\n%s", message.c_str(), kUsage);
+  exit(RUN_NOTHING);
+}
+
+[[noreturn]] void fail(const std::string& message) {
+  fprintf(stderr, "tavik-run: %s\n", message.c_str());
+  exit(RUN_NOTHING);
+}
+
+// The word after option `argv[*k]`, which must be there.
+const char* operand(int argc, char** argv, int* k) {
+  if (*k + 1 >= argc) refuse(std::string("'") + argv[*k] + "' needs a value");
+  return argv[++*k];
+}
+
+unsigned long parse_count(const char* option, const char* text) {
+  char* stop;
+  unsigned long n = strtoul(text, &stop, 10);
+  if (*stop != '\0' || !isdigit(static_cast<unsigned char>(text[0])) || n > 0xffffffffUL)
+    refuse(std::string(option) + " needs a number from 0 to 4294967295, not '" + text + "'");
+  return n;
+}
+
+Options parse_options(int argc, char** argv) {
+  Options o;
+  const char* words[2] = {nullptr, nullptr};
+  int nb_words = 0;
+  for (int k = 1; k < argc; k++) {
+    std::string a = argv[k];
+    if (a == "-h" || a == "--help") {
+      fputs(kUsage, stdout);
+      exit(RUN_OK);
+    } else if (a == "-o") {
+      o.run.csv_trace = operand(argc, argv, &k);
+    } else if (a == "--vcd") {
+      o.run.vcd_trace = operand(argc, argv, &k);
+    } else if (a == "--locals") {
+      o.locals = true;
+    } else if (a == "--expect") {
+      o.run.expected = operand(argc, argv, &k);
+    } else if (a == "--tolerance") {
+      const char* text = operand(argc, argv, &k);
+      char* stop;
+      o.run.tolerance = strtod(text, &stop);
+      if (*stop != '\0' || stop == text || !(o.run.tolerance >= 0))
+        refuse(std::string("--tolerance needs a number of at least 0, not '") + text + "'");
+    } else if (a == "--on-problem") {
+      std::string policy = operand(argc, argv, &k);
+      if (policy == "continue") o.run.policy = ProblemPolicy::Continue;
+      else if (policy == "abort") o.run.policy = ProblemPolicy::Abort;
+      else if (policy == "stop") o.run.policy = ProblemPolicy::Stop;
+      else refuse("--on-problem is continue, abort or stop, not '" + policy + "'");
+    } else if (a == "--seed") {
+      o.seed = static_cast<unsigned>(parse_count("--seed", operand(argc, argv, &k)));
+      o.seeded = true;
+    } else if (a.size() > 1 && a[0] == '-') {
+      refuse("unknown option '" + a + "'");
+    } else if (nb_words == 2) {
+      refuse("one program and one scenario, not also '" + a + "'");
+    } else {
+      words[nb_words++] = argv[k];
+    }
+  }
+  if (nb_words < 2) refuse(nb_words == 0 ? "no program and no scenario given" : "no scenario given");
+  o.program = words[0];
+  o.run.scenario = words[1];
+  if (!o.run.csv_trace && !o.run.vcd_trace && !o.run.expected) o.run.csv_trace = "-";
+  int to_stdout = (o.run.csv_trace && strcmp(o.run.csv_trace, "-") == 0) +
+                  (o.run.vcd_trace && strcmp(o.run.vcd_trace, "-") == 0);
+  if (to_stdout > 1) refuse("only one trace can go to standard output");
+  if (strcmp(o.run.scenario, "-") == 0 && o.run.expected && strcmp(o.run.expected, "-") == 0)
+    refuse("the scenario and the expected values cannot both come from standard input");
+  return o;
+}
+
+bool ends_with(const char* text, const char* tail) {
+  size_t n = strlen(text), m = strlen(tail);
+  return n >= m && strcmp(text + n - m, tail) == 0;
+}
+
+// The loaders report their own faults; a fatal one ends the process with
+// the status of a run that could not start.
+RPExe* load_program(const char* path) {
+  if (ends_with(path, ".ec")) {
+    RPEcExe* ec = new RPEcExe;
+    if (ec->init(path, new SymbolTable(1000, 5041)) != 0) fail(std::string("cannot load '") + path + "'");
+    return ec;
+  }
+  if (ends_with(path, ".dro")) {
+    DROLoad* dro = new DROLoad;
+    if (const char* error = dro->load(path)) fail(std::string(path) + ": " + error);
+    return dro;
+  }
+  refuse(std::string("'") + path + "' is neither an ec program (.ec) nor a compiled one (.dro)");
+}
+
+double now() {
+  timespec t;
+  clock_gettime(CLOCK_MONOTONIC, &t);
+  return t.tv_sec + t.tv_nsec * 1e-9;
+}
+
+// The progress bar, on a terminal only, once the run has lasted a second.
+struct Progress {
+  long total;
+  double started;
+  double shown = 0;
+  bool drawn = false;
+};
+
+void show_progress(long done, void* data) {
+  Progress* p = static_cast<Progress*>(data);
+  double t = now();
+  if (t - p->started < 1.0 || t - p->shown < 0.1 || p->total <= 0) return;
+  p->shown = t;
+  p->drawn = true;
+  const int width = 40;
+  int filled = static_cast<int>(width * done / p->total);
+  fprintf(stderr, "\r[%.*s%*s] %3ld%% %ld/%ld instants", filled, "########################################",
+          width - filled, "", 100 * done / p->total, done, p->total);
+  fflush(stderr);
+}
+
+ScenarioRun* current_run = nullptr;
+
+// A fatal fault in the middle of the run (a clock that takes on nil) ends
+// the process: what the traces hold so far is kept.
+void flush_traces() {
+  if (current_run) {
+    current_run->flush();
+    fprintf(stderr, "tavik-run: the run ended at instant %ld\n", current_run->instants + 1);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  set_errors_tool_name("tavik-run");
+  set_fatal_status(RUN_NOTHING);
+  Options options = parse_options(argc, argv);
+  RPExe* program = load_program(options.program);
+
+  ProgramFlows flows(program, options.locals);
+  std::string fault = flows.unsupported();
+  if (!fault.empty()) fail(fault);
+  ScenarioRun run(flows, options.run);
+  if (!run.prepare(&fault)) fail(fault);
+
+  if (options.seeded) srandom(options.seed);
+  Progress progress = {run.nb_instants(), now()};
+  current_run = &run;
+  set_fatal_hook(flush_traces);
+  set_fatal_status(RUN_PROBLEMS);
+  run.run(isatty(2) ? show_progress : nullptr, &progress);
+  current_run = nullptr;
+  if (progress.drawn) fprintf(stderr, "\r%*s\r", 80, "");
+
+  bool written = run.finish(&fault);
+  if (!written) fprintf(stderr, "tavik-run: %s\n", fault.c_str());
+  if (!run.scenario_fault.empty()) fprintf(stderr, "tavik-run: %s\n", run.scenario_fault.c_str());
+  long differences = 0;
+  if (run.expectation) {
+    differences = run.expectation->differences;
+    for (const std::string& line : run.expectation->first_differences) fprintf(stderr, "%s\n", line.c_str());
+    long more = differences - static_cast<long>(run.expectation->first_differences.size());
+    if (more > 0) fprintf(stderr, "... and %ld more\n", more);
+  }
+  if (!written || !run.scenario_fault.empty()) return RUN_NOTHING;
+  if (run.with_problems == 0 && differences == 0) return RUN_OK;
+  fprintf(stderr, "tavik-run: %ld instants%s, %ld with run-time problems, %ld differences from the expected values\n",
+          run.instants, run.stopped ? " (stopped at the first problem)" : "", run.with_problems, differences);
+  return RUN_PROBLEMS;
+}

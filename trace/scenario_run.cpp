@@ -1,0 +1,71 @@
+// scenario_run.cpp -- running a scenario into traces and comparisons.
+#include "trace/scenario_run.h"
+
+#include "trace/vcd_writer.h"
+
+ScenarioRun::ScenarioRun(const ProgramFlows& f, const RunOptions& o)
+    : flows(f), options(o), scenario(f, o.scenario), runner(f, o.policy) {}
+
+ScenarioRun::~ScenarioRun() = default;
+
+bool ScenarioRun::prepare(std::string* error) {
+  if (!scenario.check(error)) return false;
+  if (options.expected) {
+    expectation = std::make_unique<Expectation>(flows, options.expected, options.tolerance);
+    if (!expectation->check(error)) return false;
+  }
+  if (options.csv_trace) traces.push_back(std::make_unique<CsvTraceWriter>(flows, options.csv_trace));
+  if (options.vcd_trace) traces.push_back(std::make_unique<VcdTraceWriter>(flows, options.vcd_trace));
+  for (auto& trace : traces)
+    if (!trace->open(error)) return false;
+  return true;
+}
+
+void ScenarioRun::run(void (*progress)(long, void*), void* data) {
+  InstantRecord record;
+  bool after_reset = false;
+  for (;;) {
+    ScenarioReader::Event event = scenario.next();
+    if (event == ScenarioReader::End) return;
+    if (event == ScenarioReader::Bad) {
+      scenario_fault = scenario.error();
+      return;
+    }
+    if (event == ScenarioReader::Reset) {
+      runner.reset();
+      for (auto& trace : traces) trace->reset();
+      after_reset = true;
+      continue;
+    }
+    runner.run(scenario.values(), &record);
+    record.step = ++instants;
+    record.after_reset = after_reset;
+    after_reset = false;
+    if (!record.problems.empty()) with_problems++;
+    for (auto& trace : traces) trace->instant(record);
+    if (expectation) expectation->compare(record);
+    if (progress && instants % 4096 == 0) progress(instants, data);
+    if (!record.problems.empty() && options.policy == ProblemPolicy::Stop) {
+      stopped = true;
+      return;
+    }
+  }
+}
+
+bool ScenarioRun::finish(std::string* error) {
+  // A stopped run is not compared beyond where it stopped.
+  if (expectation && !stopped) expectation->finish(instants);
+  bool ok = true;
+  for (auto& trace : traces) {
+    std::string fault;
+    if (!trace->close(&fault) && ok) {
+      *error = fault;
+      ok = false;
+    }
+  }
+  return ok;
+}
+
+void ScenarioRun::flush() {
+  for (auto& trace : traces) trace->flush();
+}

@@ -1,0 +1,65 @@
+// trace_writer.h -- a trace being written: one call per instant run and
+// per reset, in the order they happened. The writers of the file formats
+// derive from TraceWriter; it owns the file they write.
+#ifndef TRACE_TRACE_WRITER_H
+#define TRACE_TRACE_WRITER_H
+
+#include <cstdio>
+#include <string>
+
+#include "trace/instant.h"
+#include "trace/program_flows.h"
+
+class TraceWriter {
+ public:
+  // Writes to `path`, "-" for standard output.
+  TraceWriter(const ProgramFlows& flows, const char* path);
+  virtual ~TraceWriter();
+  TraceWriter(const TraceWriter&) = delete;
+  TraceWriter& operator=(const TraceWriter&) = delete;
+
+  // Opens the file and writes what comes before the first instant; false
+  // with `error` set when the file cannot be written.
+  bool open(std::string* error);
+  // The program was put back to its first instant.
+  virtual void reset() = 0;
+  virtual void instant(const InstantRecord& record) = 0;
+  // Writes what ends the trace and closes the file; false with `error` set
+  // when some of it could not be written.
+  bool close(std::string* error);
+  // Pushes what is buffered to the file, for a process about to end.
+  void flush();
+
+ protected:
+  virtual void start() = 0;
+  virtual void finish() {}
+  void put(const char* text, size_t n) { fwrite(text, 1, n, file); }
+  void put(const std::string& text) { put(text.data(), text.size()); }
+
+  const ProgramFlows& flows;
+
+ private:
+  std::string path;
+  FILE* file = nullptr;
+};
+
+// The CSV trace: a header "step,<inputs>,<outputs>[,<locals>],problems",
+// a row per instant and a line "reset" per reset, so that it reads back
+// as a scenario. Values are written as the window shows them; a status
+// that is not a value as "nil" or "divbyzero", an absent flow as an empty
+// cell. The problems are the dialogs' texts, separated by "; ".
+class CsvTraceWriter : public TraceWriter {
+ public:
+  using TraceWriter::TraceWriter;
+  void reset() override;
+  void instant(const InstantRecord& record) override;
+
+ protected:
+  void start() override;
+
+ private:
+  void cell(FlowType type, FlowValue value, int status);
+  std::string row;
+};
+
+#endif
