@@ -14,14 +14,12 @@
 #include "ecexe/dro_load.h"
 #include "ecexe/rp_ec_exe.h"
 #include "foundations/errors.h"
+#include "trace/instant.h"
 
 const char Tavik::CLOSE[] = "close";
 const char Tavik::OK[] = "ok";
 const char Tavik::CONTINUE[] = "continue step";
 const char Tavik::ABORT[] = "abort step";
-
-// Status codes of outputs and assertions that the session reports.
-enum { STATUS_NIL = 2, STATUS_DIVBYZERO = 3, STATUS_FALSE = 4 };
 
 Tavik::Tavik(Tcl_Interp* i, TavikArgs* a) : args(a), interp(i) { init(); }
 
@@ -198,28 +196,20 @@ int Tavik::check_side(bool inputs) {
 
 int Tavik::check_panel_coherence() { return check_side(true) && check_side(false); }
 
-// The dialog about item i ("%dth <item> raised <problem>", numbered from 1).
-static const char* ask_about(IOPanel* panel, const char* item, int i, const char* problem) {
-  char text[128];
-  snprintf(text, sizeof text, "%dth %s raised %s", i + 1, item, problem);
+// Asks the user about a problem of the instant; CONTINUE when there is none.
+static const char* ask_about(IOPanel* panel, const Problem& p) {
+  if (!problem_word(p.status, p.source == Problem::Assertion)) return Tavik::CONTINUE;
+  char text[kProblemTextMax];
+  format_problem(p, text);
   return panel->dialog("RUN TIME ERROR", text, 2, Tavik::ABORT, Tavik::CONTINUE);
 }
 
 const char* Tavik::check_assert_error(int i) {
-  switch (program->assert_status(i)) {
-    case STATUS_DIVBYZERO: return ask_about(panel, "assert", i, "divbyzero");
-    case STATUS_FALSE: return ask_about(panel, "assert", i, "false");
-    case STATUS_NIL: return ask_about(panel, "assert", i, "nil");
-    default: return CONTINUE;
-  }
+  return ask_about(panel, {Problem::Assertion, i, program->assert_status(i)});
 }
 
 const char* Tavik::check_output_error(int i) {
-  switch (program->output_status(i)) {
-    case STATUS_NIL: return ask_about(panel, "output", i, "nil");
-    case STATUS_DIVBYZERO: return ask_about(panel, "output", i, "divbyzero");
-    default: return CONTINUE;
-  }
+  return ask_about(panel, {Problem::Output, i, program->output_status(i)});
 }
 
 // Copies every output to the panel, asking first about those in error.

@@ -3,7 +3,7 @@
 
 TAVIK_BUILD_PACKAGES="cmake make g++ tcl8.6-dev tk8.6-dev bison libgtest-dev"
 TAVIK_RUN_PACKAGES="tcl8.6 tk8.6"
-TAVIK_TEST_PACKAGES="xvfb xauth x11-apps imagemagick"
+TAVIK_TEST_PACKAGES="xvfb xauth x11-apps imagemagick gtkwave"
 
 # ensure_packages PACKAGE... : returns non-zero when some remain missing.
 ensure_packages() {
@@ -25,12 +25,21 @@ ensure_packages() {
   return 1
 }
 
-# build_tree SOURCE BUILD [CMAKE-OPTION...] : configures once, then builds.
+# build_tree SOURCE BUILD [CMAKE-OPTION...] [-- TARGET...] : configures once
+# with the options, then builds the targets (all of them when none is named).
 build_tree() {
   src=$1 bld=$2
   shift 2
+  options=""
+  while [ $# -gt 0 ] && [ "$1" != "--" ]; do
+    options="$options $1"
+    shift
+  done
+  [ "$1" = "--" ] && shift
+  targets=""
+  for t in "$@"; do targets="$targets --target $t"; done
   if [ ! -f "$bld/CMakeCache.txt" ]; then
-    cmake -S "$src" -B "$bld" "$@" || return 1
+    cmake -S "$src" -B "$bld" $options || return 1
   fi
-  cmake --build "$bld" -j2
+  cmake --build "$bld" -j2 $targets
 }

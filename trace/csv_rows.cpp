@@ -47,6 +47,7 @@ void CsvRows::rewind() {
 }
 
 std::string CsvRows::where(int column) const {
+  if (line_number == 0) return display + ": ";
   std::string text = display + ":" + std::to_string(line_number) + ":";
   if (column > 0) text += std::to_string(column) + ":";
   return text + " ";

@@ -37,7 +37,8 @@ class CsvRows {
   long count() const { return repeat_count; }
   const std::string& error() const { return fault; }
   // "<file>:<line>: " or "<file>:<line>:<column>: " (column 0: none) for
-  // a message about the last line read; columns count cells from 1.
+  // a message about the last line read, "<file>: " before the first line;
+  // columns count cells from 1.
   std::string where(int column = 0) const;
   const std::string& name() const { return display; }
 
