@@ -162,6 +162,11 @@ void show_progress(long done, void* data) {
   fflush(stderr);
 }
 
+// "1 instant", "2 instants".
+std::string count_of(long n, const char* thing) {
+  return std::to_string(n) + " " + thing + (n == 1 ? "" : "s");
+}
+
 ScenarioRun* current_run = nullptr;
 
 // A fatal fault in the middle of the run (a clock that takes on nil) ends
@@ -208,7 +213,8 @@ int main(int argc, char** argv) {
   }
   if (!written || !run.scenario_fault.empty()) return RUN_NOTHING;
   if (run.with_problems == 0 && differences == 0) return RUN_OK;
-  fprintf(stderr, "tavik-run: %ld instants%s, %ld with run-time problems, %ld differences from the expected values\n",
-          run.instants, run.stopped ? " (stopped at the first problem)" : "", run.with_problems, differences);
+  fprintf(stderr, "tavik-run: %s%s, %ld with run-time problems, %s from the expected values\n",
+          count_of(run.instants, "instant").c_str(), run.stopped ? " (stopped at the first problem)" : "",
+          run.with_problems, count_of(differences, "difference").c_str());
   return RUN_PROBLEMS;
 }
