@@ -9,8 +9,16 @@
 //   bench_program step PROGRAM.ec PROGRAM.dro SECONDS
 //     loads both forms, checks that they agree on a few instants, then
 //     times step() of each over random inputs for about SECONDS each and
-//     prints "ec_ns= dro_ns= ratio= ec_steps= dro_steps= agree=".
+//     prints "ec_ns= dro_ns= ratio= ec_steps= dro_steps= agree=";
+//   bench_program scenario PROGRAM.ec INSTANTS OUT.csv
+//     writes a scenario of INSTANTS random instants for the program's
+//     inputs (reals with three decimals, as a sensor's log would have them);
+//   bench_program runner TAVIK-RUN PROGRAM.ec SCENARIO.csv TRACE.csv
+//     runs "TAVIK-RUN PROGRAM.ec SCENARIO.csv -o TRACE.csv" and prints
+//     "run_ms= run_maxrss_kb= run_status=", its wall time and peak memory.
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdint>
@@ -168,10 +176,46 @@ int step(const char* ec_file, const char* dro_file, double seconds) {
   return 0;
 }
 
+int scenario(const char* ec_file, long instants, const char* out) {
+  RPEcExe* ec = new RPEcExe();
+  if (ec->init(ec_file, new SymbolTable(1000, 5041)) != 0) return 1;
+  FILE* f = fopen(out, "w");
+  if (!f) return 1;
+  for (int i = 0; i < ec->nb_inputs(); i++) fprintf(f, "%s%s", i ? "," : "", ec->input_ident(i));
+  fputc('\n', f);
+  std::mt19937 rng(2024);
+  for (long r = 0; r < instants; r++)
+    for (int i = 0; i < ec->nb_inputs(); i++) {
+      const char* type = ec->input_type(i);
+      const char* end = i + 1 < ec->nb_inputs() ? "," : "\n";
+      if (strcmp(type, "bool") == 0) fprintf(f, "%d%s", rng() % 3 != 0, end);
+      else if (strcmp(type, "int") == 0) fprintf(f, "%d%s", static_cast<int>(rng() % 2001) - 1000, end);
+      else fprintf(f, "%.3f%s", std::uniform_real_distribution<double>(-100.0, 100.0)(rng), end);
+    }
+  return fclose(f) == 0 ? 0 : 1;
+}
+
+int runner(const char* tavik_run, const char* ec_file, const char* scenario_file, const char* trace) {
+  Clock::time_point start = Clock::now();
+  pid_t child = fork();
+  if (child == 0) {
+    execl(tavik_run, tavik_run, ec_file, scenario_file, "-o", trace, static_cast<char*>(nullptr));
+    _exit(127);
+  }
+  int status;
+  struct rusage usage;
+  if (child < 0 || wait4(child, &status, 0, &usage) != child) return 1;
+  printf("run_ms=%.1f run_maxrss_kb=%ld run_status=%d\n", ms_since(start), usage.ru_maxrss,
+         WIFEXITED(status) ? WEXITSTATUS(status) : -1);
+  return 0;
+}
+
 int usage() {
   fprintf(stderr,
           "usage: bench_program load PROGRAM.ec\n"
-          "       bench_program step PROGRAM.ec PROGRAM.dro SECONDS\n");
+          "       bench_program step PROGRAM.ec PROGRAM.dro SECONDS\n"
+          "       bench_program scenario PROGRAM.ec INSTANTS OUT.csv\n"
+          "       bench_program runner TAVIK-RUN PROGRAM.ec SCENARIO.csv TRACE.csv\n");
   return 2;
 }
 
@@ -184,5 +228,7 @@ int main(int argc, char** argv) {
     if (seconds <= 0) return usage();
     return step(argv[2], argv[3], seconds);
   }
+  if (argc == 5 && strcmp(argv[1], "scenario") == 0) return scenario(argv[2], atol(argv[3]), argv[4]);
+  if (argc == 6 && strcmp(argv[1], "runner") == 0) return runner(argv[2], argv[3], argv[4], argv[5]);
   return usage();
 }

@@ -43,40 +43,45 @@ bool TraceWriter::close(std::string* error) {
 }
 
 void CsvTraceWriter::start() {
-  row = "step";
+  std::string header = "step";
+  size_t cells = 0;
   for (const std::vector<Flow>* list : {&flows.inputs, &flows.outputs, &flows.locals})
-    for (const Flow& f : *list) (row += ',') += f.name;
-  row += ",problems\n";
-  put(row);
+    for (const Flow& f : *list) {
+      (header += ',') += f.name;
+      cells++;
+    }
+  header += ",problems\n";
+  put(header);
+  size_t problems = flows.nb_assertions + flows.outputs.size() + 1;
+  row.resize(24 + cells * (kValueTextMax + 1) + problems * (kProblemTextMax + 2));
 }
 
 void CsvTraceWriter::reset() { put("reset\n", 6); }
 
-void CsvTraceWriter::cell(FlowType type, FlowValue value, int status) {
-  row += ',';
+char* CsvTraceWriter::cell(char* out, FlowType type, FlowValue value, int status) {
+  *out++ = ',';
   switch (status) {
-    case RP_DEFINED: {
-      char text[kValueTextMax];
-      row.append(text, format_value(type, value, text));
-      break;
-    }
-    case RP_NIL: row += "nil"; break;
-    case RP_DIVBYZERO: row += "divbyzero"; break;
-    default: break;  // absent
+    case RP_DEFINED: return format_value(type, value, out);
+    case RP_NIL: memcpy(out, "nil", 3); return out + 3;
+    case RP_DIVBYZERO: memcpy(out, "divbyzero", 9); return out + 9;
+    default: return out;  // absent
   }
 }
 
 void CsvTraceWriter::instant(const InstantRecord& r) {
-  char text[kProblemTextMax];
-  row.assign(text, std::to_chars(text, text + sizeof text, r.step).ptr);
-  for (const Flow& f : flows.inputs) cell(f.type, r.inputs[f.index], RP_DEFINED);
-  for (const Flow& f : flows.outputs) cell(f.type, r.outputs[f.index], r.output_status[f.index]);
-  for (size_t k = 0; k < flows.locals.size(); k++) cell(flows.locals[k].type, r.locals[k], r.local_status[k]);
-  row += ',';
+  char* out = std::to_chars(row.data(), row.data() + 24, r.step).ptr;
+  for (const Flow& f : flows.inputs) out = cell(out, f.type, r.inputs[f.index], RP_DEFINED);
+  for (const Flow& f : flows.outputs) out = cell(out, f.type, r.outputs[f.index], r.output_status[f.index]);
+  for (size_t k = 0; k < flows.locals.size(); k++)
+    out = cell(out, flows.locals[k].type, r.locals[k], r.local_status[k]);
+  *out++ = ',';
   for (size_t k = 0; k < r.problems.size(); k++) {
-    if (k > 0) row += "; ";
-    row.append(text, format_problem(r.problems[k], text));
+    if (k > 0) {
+      memcpy(out, "; ", 2);
+      out += 2;
+    }
+    out = format_problem(r.problems[k], out);
   }
-  row += '\n';
-  put(row);
+  *out++ = '\n';
+  put(row.data(), out - row.data());
 }

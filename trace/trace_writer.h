@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "trace/instant.h"
 #include "trace/program_flows.h"
@@ -58,8 +59,9 @@ class CsvTraceWriter : public TraceWriter {
   void start() override;
 
  private:
-  void cell(FlowType type, FlowValue value, int status);
-  std::string row;
+  // Writes a cell at `out`, its comma first; returns its end.
+  static char* cell(char* out, FlowType type, FlowValue value, int status);
+  std::vector<char> row;  // room for the longest row
 };
 
 #endif

@@ -59,7 +59,11 @@ char* format_real(double v, char* out) {
   int n = 0;
   for (; *p != 'e'; p++)
     if (*p != '.') digits[n++] = *p;
-  int exponent = static_cast<int>(strtol(p + 1, nullptr, 10));
+  p++;  // the 'e'
+  bool negative = *p++ == '-';
+  int exponent = 0;
+  while (*p) exponent = exponent * 10 + (*p++ - '0');
+  if (negative) exponent = -exponent;
 
   if (exponent < -4 || exponent > 16) {  // "d.ddde+x", no padding of the exponent
     *out++ = digits[0];
@@ -124,9 +128,38 @@ static bool parse_int(std::string_view text, int32_t* out) {
   return result.ec == std::errc() && result.ptr == end;
 }
 
-// from_chars reads plain decimal numbers quickly and exactly as strtod
-// does; strtod itself takes the rest (a sign, hexadecimal, "infinity").
+// A decimal with at most 15 digits and no exponent, such as a sensor log
+// holds ("-92.529"), is its digits as an integer divided by a power of ten
+// it can hold exactly: both are exact doubles, so the one division rounds
+// exactly as strtod does. False for any other text.
+static bool parse_short_decimal(std::string_view text, double* out) {
+  static const double kPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7,
+                                   1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  const char* p = text.data();
+  const char* end = p + text.size();
+  bool negative = p != end && *p == '-';
+  if (negative) p++;
+  int64_t digits = 0;
+  int count = 0, decimals = -1;
+  for (; p != end; p++) {
+    if (*p == '.' && decimals < 0) {
+      decimals = 0;
+      continue;
+    }
+    if (*p < '0' || *p > '9' || ++count > 15) return false;
+    digits = digits * 10 + (*p - '0');
+    if (decimals >= 0) decimals++;
+  }
+  if (count == 0) return false;
+  double v = static_cast<double>(digits) / kPowers[decimals < 0 ? 0 : decimals];
+  *out = negative ? -v : v;
+  return true;
+}
+
+// from_chars reads other decimal numbers exactly as strtod does; strtod
+// itself takes the rest (a plus sign, hexadecimal, "infinity").
 static bool parse_real(std::string_view text, double* out) {
+  if (parse_short_decimal(text, out)) return true;
   const char* end = text.data() + text.size();
   auto result = std::from_chars(text.data(), end, *out);
   if (result.ec == std::errc() && result.ptr == end) return true;

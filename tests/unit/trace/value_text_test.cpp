@@ -77,6 +77,18 @@ TEST(ValueTextTest, CellsOfEachType) {
   }
 }
 
+TEST(ValueTextTest, DecimalsReadAsStrtodReadsThem) {
+  std::mt19937_64 random(7);
+  for (int k = 0; k < 200000; k++) {
+    std::string digits = std::to_string(random() % 1000000000000000ULL);
+    digits.insert(random() % (digits.size() + 1), ".");
+    if (random() & 1) digits.insert(0, "-");
+    FlowValue v;
+    ASSERT_TRUE(parse_value(FlowType::Real, digits, &v)) << digits;
+    ASSERT_EQ(v.d, strtod(digits.c_str(), nullptr)) << digits;
+  }
+}
+
 TEST(ValueTextTest, FloatsAreStoredNarrowAndShownWide) {
   float storage;
   FlowValue v;
