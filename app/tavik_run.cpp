@@ -4,6 +4,7 @@
 // neither Tk nor a display. Exit status: 0 when every instant ran without
 // a run-time problem and as expected, 1 when some did not, 2 when nothing
 // could be run.
+#include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
 
@@ -114,6 +115,23 @@ Options parse_options(int argc, char** argv) {
   return o;
 }
 
+// True when `a` and `b` name one existing file.
+bool same_file(const char* a, const char* b) {
+  struct stat sa, sb;
+  return a && b && stat(a, &sa) == 0 && stat(b, &sb) == 0 && sa.st_dev == sb.st_dev && sa.st_ino == sb.st_ino;
+}
+
+// A trace written over the scenario or the expected values would destroy
+// them before they are read again.
+void check_outputs(const Options& o) {
+  if (o.run.csv_trace && o.run.vcd_trace && strcmp(o.run.csv_trace, "-") != 0 &&
+      (strcmp(o.run.csv_trace, o.run.vcd_trace) == 0 || same_file(o.run.csv_trace, o.run.vcd_trace)))
+    refuse("the two traces cannot go to one file");
+  for (const char* trace : {o.run.csv_trace, o.run.vcd_trace})
+    for (const char* input : {o.program, o.run.scenario, o.run.expected})
+      if (same_file(trace, input)) refuse(std::string("the trace '") + trace + "' would overwrite '" + input + "'");
+}
+
 bool ends_with(const char* text, const char* tail) {
   size_t n = strlen(text), m = strlen(tail);
   return n >= m && strcmp(text + n - m, tail) == 0;
@@ -184,6 +202,7 @@ int main(int argc, char** argv) {
   set_errors_tool_name("tavik-run");
   set_fatal_status(RUN_NOTHING);
   Options options = parse_options(argc, argv);
+  check_outputs(options);
   RPExe* program = load_program(options.program);
 
   ProgramFlows flows(program, options.locals);

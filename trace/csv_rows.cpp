@@ -118,6 +118,8 @@ CsvRows::Line CsvRows::directive() {
   long n = strtol(digits.c_str(), &stop, 10);
   if (*stop != '\0' || n < 0 || errno == ERANGE || !isdigit(static_cast<unsigned char>(digits[0])))
     return bad(1, "'" + digits + "' is not a count of instants");
+  // So that no sum of counts can overflow.
+  if (n > kMaxRepeat) return bad(1, "'repeat' counts at most " + std::to_string(kMaxRepeat) + " instants");
   repeat_count = n;
   return Repeat;
 }

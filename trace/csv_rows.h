@@ -29,6 +29,7 @@ class CsvRows {
   void rewind();
 
   enum Line { Row, Reset, Repeat, End, Bad };
+  static constexpr long kMaxRepeat = 1000000000000L;
   // Reads the next meaningful line. Row: its cells are in cells(). Repeat:
   // its count in count(). Bad: the fault is in error().
   Line next();
