@@ -138,3 +138,22 @@ CsvRows::Line CsvRows::next() {
     return directive();
   }
 }
+
+bool CsvRows::header(const char* naming, std::string* error) {
+  Line line = next();
+  if (line == Row) return true;
+  if (line == Bad) *error = fault;
+  else if (line == End) *error = where() + "no header row naming " + naming;
+  else *error = where() + "the first row must name " + naming;
+  return false;
+}
+
+bool CsvRows::fits(size_t columns, std::string* error) const {
+  for (size_t c = columns; c < cell_views.size(); c++)
+    if (!cell_views[c].empty()) {
+      *error = where(static_cast<int>(c) + 1) + "a cell beyond the " + std::to_string(columns) +
+               " columns of the header";
+      return false;
+    }
+  return true;
+}

@@ -34,6 +34,13 @@ class CsvRows {
   // its count in count(). Bad: the fault is in error().
   Line next();
 
+  // Reads the header, the first meaningful line, which must be a row of
+  // names; `naming` says what it names, for messages ("the inputs").
+  bool header(const char* naming, std::string* error);
+  // False, with `error` set, when the last row has a cell that is not
+  // empty beyond the first `columns`.
+  bool fits(size_t columns, std::string* error) const;
+
   const std::vector<std::string_view>& cells() const { return cell_views; }
   long count() const { return repeat_count; }
   const std::string& error() const { return fault; }

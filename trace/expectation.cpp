@@ -8,23 +8,14 @@
 Expectation::Expectation(const ProgramFlows& f, const char* path, double t) : flows(f), rows(path), tolerance(t) {}
 
 bool Expectation::bind_header(std::string* error) {
-  CsvRows::Line line = next_row();
-  if (line == CsvRows::Bad) {
-    *error = rows.error();
-    return false;
-  }
-  if (line != CsvRows::Row) {
-    *error = rows.where() + "no header row naming the outputs";
-    return false;
-  }
+  if (!rows.header("the outputs", error)) return false;
   columns.clear();
   for (size_t c = 0; c < rows.cells().size(); c++) {
     std::string name(rows.cells()[c]);
     Column column = {FlowKind::Output, -1};
     if (name != "step" && name != "problems") {
       if (!flows.find(name, &column.kind, &column.position)) {
-        *error = rows.where(static_cast<int>(c) + 1) + "'" + name + "' is not an input, output or local of " +
-                 flows.program_name();
+        *error = rows.where(static_cast<int>(c) + 1) + flows.unknown(name);
         return false;
       }
       if (column.position < 0) {
@@ -37,10 +28,30 @@ bool Expectation::bind_header(std::string* error) {
   return true;
 }
 
-// Rows only: resets in the file are those of the scenario it was taken from.
+// Rows only: resets in the file are those of the scenario it was taken
+// from. `repeat N` is the row before it N more times: `expected` keeps the
+// cells of the last row.
 CsvRows::Line Expectation::next_row() {
+  if (pending_repeats > 0) {
+    pending_repeats--;
+    return CsvRows::Row;
+  }
   for (;;) {
     CsvRows::Line line = rows.next();
+    if (line == CsvRows::Repeat && seen_row && rows.count() > 0) {
+      pending_repeats = rows.count() - 1;
+      return CsvRows::Row;
+    }
+    if (line == CsvRows::Repeat && !seen_row) {
+      fault = rows.where(1) + "'repeat' with no row before it";
+      return CsvRows::Bad;
+    }
+    if (line == CsvRows::Row) {
+      seen_row = true;
+      const std::vector<std::string_view>& cells = rows.cells();
+      expected.resize(cells.size());
+      for (size_t c = 0; c < cells.size(); c++) expected[c].assign(cells[c]);
+    }
     if (line != CsvRows::Reset && line != CsvRows::Repeat) return line;
   }
 }
@@ -55,20 +66,14 @@ static const Flow& flow_of(const ProgramFlows& flows, FlowKind kind, int positio
 }
 
 bool Expectation::check_row(std::string* error) {
-  const std::vector<std::string_view>& cells = rows.cells();
-  for (size_t c = 0; c < cells.size(); c++) {
-    if (c >= columns.size()) {
-      if (cells[c].empty()) continue;
-      *error = rows.where(static_cast<int>(c) + 1) + "a cell beyond the " + std::to_string(columns.size()) +
-               " columns of the header";
-      return false;
-    }
+  const std::vector<std::string>& cells = expected;
+  if (!rows.fits(columns.size(), error)) return false;
+  for (size_t c = 0; c < cells.size() && c < columns.size(); c++) {
     if (columns[c].position < 0 || cells[c].empty() || cells[c] == "nil" || cells[c] == "divbyzero") continue;
     const Flow& f = flow_of(flows, columns[c].kind, columns[c].position);
     FlowValue v;
     if (!parse_value(f.type, cells[c], &v)) {
-      *error = rows.where(static_cast<int>(c) + 1) + "'" + std::string(cells[c]) + "' is not " +
-               (f.type == FlowType::Int ? "an " : "a ") + flow_type_word(f.type) + ", nil or divbyzero";
+      *error = rows.where(static_cast<int>(c) + 1) + not_a(f.type, cells[c]) + ", nil or divbyzero";
       return false;
     }
   }
@@ -82,13 +87,16 @@ bool Expectation::check(std::string* error) {
     CsvRows::Line line = next_row();
     if (line == CsvRows::End) break;
     if (line == CsvRows::Bad) {
-      *error = rows.error();
+      *error = fault.empty() ? rows.error() : fault;
       return false;
     }
-    if (!check_row(error)) return false;
-    nb_rows++;
+    // A repeated row is checked once and counted whole.
+    if (pending_repeats == 0 && !check_row(error)) return false;
+    nb_rows += 1 + pending_repeats;
+    pending_repeats = 0;
   }
   rows.rewind();
+  seen_row = false;
   return bind_header(error);
 }
 
@@ -126,7 +134,7 @@ void Expectation::compare(const InstantRecord& r) {
     at_end = true;
     return;
   }
-  const std::vector<std::string_view>& cells = rows.cells();
+  const std::vector<std::string>& cells = expected;
   for (size_t c = 0; c < cells.size() && c < columns.size(); c++) {
     const Column& column = columns[c];
     if (column.position < 0 || cells[c].empty()) continue;
@@ -140,7 +148,7 @@ void Expectation::compare(const InstantRecord& r) {
     }
     if (matches(f, cells[c], got, status)) continue;
     if (first_differences.size() < kKept)
-      differ("instant " + std::to_string(r.step) + ": " + f.name + " expected " + std::string(cells[c]) + ", got " +
+      differ("instant " + std::to_string(r.step) + ": " + f.name + " expected " + cells[c] + ", got " +
              shown(f, got, status));
     else
       differences++;

@@ -5,7 +5,8 @@
 // Reals match within a tolerance T: |got - expected| <= T * max(1, |expected|),
 // that is absolutely near zero and relatively beyond 1. `reset` lines,
 // comments and the columns `step` and `problems` are skipped, so that a
-// trace serves as the expectation of the next runs.
+// trace serves as the expectation of the next runs. `repeat N` stands for
+// the row before it N more times.
 #ifndef TRACE_EXPECTATION_H
 #define TRACE_EXPECTATION_H
 
@@ -52,7 +53,11 @@ class Expectation {
   double tolerance;
   std::vector<Column> columns;
   long nb_rows = 0;
+  long pending_repeats = 0;  // times the last row still stands for the next instants
+  bool seen_row = false;     // a row of values was read: a repeat has one to repeat
   bool at_end = false;
+  std::string fault;
+  std::vector<std::string> expected;  // the cells of the last row read
 };
 
 #endif

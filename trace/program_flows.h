@@ -36,6 +36,8 @@ class ProgramFlows {
   // Locals are found even when they are not listed.
   bool find(std::string_view name, FlowKind* kind, int* position) const;
   const char* program_name() const;
+  // "'<name>' is not an input, output or local of <program>".
+  std::string unknown(std::string_view name) const;
 
   RPExe* program;
   std::vector<Flow> inputs;

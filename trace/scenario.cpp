@@ -7,16 +7,7 @@ ScenarioReader::ScenarioReader(const ProgramFlows& f, const char* path)
 // A column that names nothing of the program is refused, since a typing
 // mistake in an input's name would otherwise leave that input unset.
 bool ScenarioReader::bind_header(std::string* error) {
-  CsvRows::Line line = rows.next();
-  if (line == CsvRows::Bad) {
-    *error = rows.error();
-    return false;
-  }
-  if (line != CsvRows::Row) {
-    *error = rows.where() + (line == CsvRows::End ? "no header row naming the inputs"
-                                                  : "the first row must name the inputs");
-    return false;
-  }
+  if (!rows.header("the inputs", error)) return false;
   const std::vector<std::string_view>& names = rows.cells();
   std::vector<int> column_of(flows.inputs.size(), 0);
   column_input.assign(names.size(), -1);
@@ -26,8 +17,7 @@ bool ScenarioReader::bind_header(std::string* error) {
     int position;
     if (names[c] == "step" || names[c] == "problems") continue;
     if (!flows.find(names[c], &kind, &position)) {
-      *error = rows.where(column) + "'" + std::string(names[c]) + "' is not an input, output or local of " +
-               flows.program_name();
+      *error = rows.where(column) + flows.unknown(names[c]);
       return false;
     }
     if (kind != FlowKind::Input) continue;
@@ -49,14 +39,7 @@ bool ScenarioReader::bind_header(std::string* error) {
 
 ScenarioReader::Event ScenarioReader::read_row() {
   const std::vector<std::string_view>& cells = rows.cells();
-  if (cells.size() > column_input.size()) {
-    for (size_t c = column_input.size(); c < cells.size(); c++)
-      if (!cells[c].empty()) {
-        fault = rows.where(static_cast<int>(c) + 1) + "a cell beyond the " +
-                std::to_string(column_input.size()) + " columns of the header";
-        return Bad;
-      }
-  }
+  if (!rows.fits(column_input.size(), &fault)) return Bad;
   for (size_t c = 0; c < cells.size() && c < column_input.size(); c++) {
     int input = column_input[c];
     if (input < 0) continue;
@@ -67,8 +50,7 @@ ScenarioReader::Event ScenarioReader::read_row() {
       return Bad;
     }
     if (!parse_value(f.type, cells[c], &current[input])) {
-      fault = rows.where(static_cast<int>(c) + 1) + "'" + std::string(cells[c]) + "' is not " +
-              (f.type == FlowType::Int ? "an " : "a ") + flow_type_word(f.type);
+      fault = rows.where(static_cast<int>(c) + 1) + not_a(f.type, cells[c]);
       return Bad;
     }
   }

@@ -182,6 +182,10 @@ bool parse_value(FlowType type, std::string_view text, FlowValue* v) {
   return false;
 }
 
+std::string not_a(FlowType type, std::string_view text) {
+  return "'" + std::string(text) + "' is not " + (type == FlowType::Int ? "an " : "a ") + flow_type_word(type);
+}
+
 FlowValue load_value(FlowType type, const void* loc) {
   FlowValue v;
   v.d = 0;

@@ -6,6 +6,7 @@
 #define TRACE_VALUE_TEXT_H
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 // The types a scenario or a trace carries, told from a program's type name.
@@ -42,6 +43,9 @@ char* format_real(double v, char* out);
 // Bools: 0, 1, true, false, t, f. Ints: decimal with an optional sign,
 // within 32 bits. Reals: as strtod reads a number (with nothing after it).
 bool parse_value(FlowType type, std::string_view text, FlowValue* v);
+
+// "'<text>' is not an int" (a bool, a real): what a refused cell is not.
+std::string not_a(FlowType type, std::string_view text);
 
 // Loads the value at a program location, or stores one there.
 FlowValue load_value(FlowType type, const void* loc);
