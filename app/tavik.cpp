@@ -11,10 +11,12 @@
 #include <cstring>
 #include <string>
 
+#include "app/history_command.h"
 #include "ecexe/dro_load.h"
 #include "ecexe/rp_ec_exe.h"
 #include "foundations/errors.h"
 #include "trace/instant.h"
+#include "trace/instant_runner.h"
 
 const char Tavik::CLOSE[] = "close";
 const char Tavik::OK[] = "ok";
@@ -89,7 +91,28 @@ void Tavik::init() {
   if (args->auto_step) commands = StringList::push(commands, "set Global(auto_step) 1");
   if (args->compose) commands = StringList::push(commands, "set Global(auto_step) 0");
 
+  // The history and its command exist before the resource file runs, so
+  // that it may use them; the menu needs the window.
+  flows = new ProgramFlows(program, true);
+  history = new History(*flows);
+  history_command_init(interp, history);
   panel->init_loop(args->dbgtk, this, tavik_reset, tavik_step, rc_file, commands);
+  add_history_menu();
+}
+
+void Tavik::add_history_menu() {
+  const char* install = getenv("TAMSEL_INSTALL");
+  std::string path = std::string(install ? install : ".") + "/tcl/history.tcl";
+  struct stat info;
+  if (stat(path.c_str(), &info) != 0) {
+    // A tree of resource files only (TAMSEL_INSTALL set by hand): the
+    // window is as it always was.
+    Verbose("no History menu: no '%s'\n", path.c_str());
+    return;
+  }
+  if (Tcl_EvalFile(interp, path.c_str()) != TCL_OK)
+    Warning("Tavik::add_history_menu : no History menu, '%s' failed:\n => %s", path.c_str(),
+            Tcl_GetStringResult(interp));
 }
 
 int Tavik::init_ecexe_with_ecfile(const char* file) {
@@ -232,7 +255,10 @@ int tavik_step(void* session) {
       t->panel->dialog("MAJOR RUN TIME ERROR", "step is aborted", 1, Tavik::CLOSE);
       return 1;
     }
-    return show_outputs(t);
+    if (show_outputs(t)) return 1;
+    capture_instant(*t->flows, &t->taken);
+    t->history->record(t->taken);
+    return 0;
   }
   // Split protocol: an abort leaves the instant without end_step, so the
   // program's memories stay as they were before it.
@@ -241,11 +267,16 @@ int tavik_step(void* session) {
   for (int i = 0; i < program->nb_assertions(); i++)
     if (t->check_assert_error(i) == Tavik::ABORT) return 1;
   if (show_outputs(t)) return 1;
+  // The locals as they stood in the instant, before the memories move on.
+  capture_instant(*t->flows, &t->taken);
   program->end_step();
+  t->history->record(t->taken);
   return 0;
 }
 
 int tavik_reset(void* session) {
-  static_cast<Tavik*>(session)->program->reset_history();
+  Tavik* t = static_cast<Tavik*>(session);
+  t->program->reset_history();
+  t->history->reset();
   return 1;
 }

@@ -10,6 +10,9 @@
 #include "ecexe/rp_exe.h"
 #include "foundations/symbol_table.h"
 #include "panel/io_panel.h"
+#include "trace/history.h"
+#include "trace/instant.h"
+#include "trace/program_flows.h"
 
 class Tavik {
  public:
@@ -52,6 +55,11 @@ class Tavik {
   IOPanel* panel = nullptr;
   char* panel_file = nullptr;
   char message[1024];
+  // Every completed instant and every reset, from the start; `taken` holds
+  // the instant being completed.
+  ProgramFlows* flows = nullptr;
+  History* history = nullptr;
+  InstantRecord taken;
 
  private:
   // Creates (or finds) a panel leaf per program input or output, grouped as
@@ -61,6 +69,8 @@ class Tavik {
   const char* find_rc_file();
   // Compares one side (inputs or outputs) of the panel with the program.
   int check_side(bool inputs);
+  // Adds the History menu and its commands to the window.
+  void add_history_menu();
 };
 
 // The loop's callbacks, `session` being the Tavik. tavik_step's result is

@@ -14,6 +14,16 @@ enum class ProblemPolicy {
   Stop       // abandon it and run no more
 };
 
+// Reads what the instant the program just computed gave into `record`: the
+// inputs at their locations, the statuses of the assertions, the values
+// and statuses of the outputs and of the listed locals. The step number,
+// reset mark and problems are left as they are.
+void capture_instant(const ProgramFlows& flows, InstantRecord* record);
+// Lists in `record` the problems its statuses show, in the order of the
+// window's dialogs (assertions, then outputs); only the first when `all`
+// is false, as a window whose user aborts at the first dialog shows them.
+void list_problems(InstantRecord* record, bool all);
+
 class InstantRunner {
  public:
   InstantRunner(const ProgramFlows& flows, ProblemPolicy policy);
@@ -25,10 +35,6 @@ class InstantRunner {
   void reset();
 
  private:
-  void read_outputs(InstantRecord* record);
-  void read_locals(InstantRecord* record);
-  void note_problems(InstantRecord* record);
-
   const ProgramFlows& flows;
   ProblemPolicy policy;
   bool split;  // the program offers init_step / eval_outputs / end_step

@@ -43,3 +43,9 @@ const char* ProgramFlows::program_name() const { return program->name(); }
 std::string ProgramFlows::unknown(std::string_view name) const {
   return "'" + std::string(name) + "' is not an input, output or local of " + program_name();
 }
+
+void* ProgramFlows::local_location(size_t k) const {
+  if (local_locations.empty()) local_locations.assign(locals.size(), nullptr);
+  if (!local_locations[k]) local_locations[k] = program->local_loc(locals[k].index);
+  return local_locations[k];
+}

@@ -45,12 +45,18 @@ class ProgramFlows {
   std::vector<Flow> locals;
   int nb_assertions;
 
+  // The location of listed local k, asked of the program the first time
+  // only: a local's location follows its value at every instant after.
+  // Must not be asked for a local that has no item (whose status is absent).
+  void* local_location(size_t k) const;
+
  private:
   struct Place {
     FlowKind kind;
     int position;
   };
   std::unordered_map<std::string, Place> places;
+  mutable std::vector<void*> local_locations;
 };
 
 #endif

@@ -85,3 +85,23 @@ void CsvTraceWriter::instant(const InstantRecord& r) {
   *out++ = '\n';
   put(row.data(), out - row.data());
 }
+
+void ScenarioWriter::start() {
+  row.clear();
+  for (const Flow& f : flows.inputs) (row += row.empty() ? "" : ",") += f.name;
+  row += '\n';
+  put(row);
+}
+
+void ScenarioWriter::reset() { put("reset\n", 6); }
+
+void ScenarioWriter::instant(const InstantRecord& r) {
+  row.clear();
+  char text[kValueTextMax];
+  for (const Flow& f : flows.inputs) {
+    if (f.index > 0) row += ',';
+    row.append(text, format_value(f.type, r.inputs[f.index], text));
+  }
+  row += '\n';
+  put(row);
+}

@@ -64,4 +64,19 @@ class CsvTraceWriter : public TraceWriter {
   std::vector<char> row;  // room for the longest row
 };
 
+// A scenario: the inputs of each instant and the resets, in the format
+// scenarios are read in, so that running it again gives the same instants.
+class ScenarioWriter : public TraceWriter {
+ public:
+  using TraceWriter::TraceWriter;
+  void reset() override;
+  void instant(const InstantRecord& record) override;
+
+ protected:
+  void start() override;
+
+ private:
+  std::string row;
+};
+
 #endif
