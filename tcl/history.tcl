@@ -13,7 +13,7 @@ namespace eval tavik {
     array set chrono {px 24 locals 0 plot 0 follow 1 pending {} drawn 0}
     # The replay: its policy (stop or continue), progress and controls.
     variable replay
-    array set replay {active 0 paused 0 policy stop done 0 total 0 problems 0 stop_asked 0 status {}}
+    array set replay {active 0 paused 0 policy stop done 0 total 0 problems 0 dialogs 0 stop_asked 0 status {}}
     variable lane_height 24
     variable plot_height 44
     variable name_width 130
@@ -97,7 +97,7 @@ proc tavik::replay {{file ""} {policy ""}} {
     }
     if {$policy ni {stop continue}} { error "the replay policy is stop or continue, not '$policy'" }
     set total [tavik_history replay_open $file]
-    array set replay [list active 1 paused 0 policy $policy done 0 total $total problems 0 \
+    array set replay [list active 1 paused 0 policy $policy done 0 total $total problems 0 dialogs 0 \
                           stop_asked 0 status "replaying [file tail $file]"]
     WrapDialogs 1
     ReplayWindow
@@ -139,8 +139,10 @@ proc tavik::ReplayChunk {} {
                 foreach name $::Global(input_names) value [lindex $event 1] {
                     set ::InputVars($name) $value
                 }
+                set dialogs $replay(dialogs)
                 TreatStep
                 incr replay(done)
+                if {$replay(dialogs) != $dialogs} { incr replay(problems) }
                 if {$replay(stop_asked)} {
                     ReplayEnd "stopped at instant $replay(done) of $replay(total): a run-time problem"
                     return
@@ -198,7 +200,7 @@ proc tavik::WrapDialogs {on} {
 proc tavik::Answer {w title text bitmap default buttons} {
     variable replay
     if {$replay(active) && $title in {"RUN TIME ERROR" "MAJOR RUN TIME ERROR"}} {
-        incr replay(problems)
+        incr replay(dialogs)
         if {$replay(policy) eq "continue"} {
             set answer [lsearch -exact $buttons "continue step"]
             return [expr {$answer < 0 ? 0 : $answer}]
