@@ -1,7 +1,8 @@
 #!/bin/sh
 # screenshot.sh -- a picture of the simulator window, taken on a virtual X
 # server: scripts/screenshot.sh [OUTPUT.png [PROGRAM [SETUP-SCRIPT]]]
-# Without arguments it makes the README's picture of the compiled counter.
+# Without arguments it makes the README's picture of the compiled counter;
+# TAVIK_SCREEN (480x400 by default) sizes the virtual screen.
 # A panel file beside the program (examples/stopwatch.iop) is used, as the
 # launcher does; SETUP-SCRIPT is Tcl run in the window before the picture.
 here=$(cd "$(dirname "$0")/.." && pwd)
@@ -15,5 +16,5 @@ setup=${3:-'set Global(auto_step) 0; set InputVars(incr) 2; .step invoke; .step 
 mkdir -p "$(dirname "$output")"
 export TAMSEL_INSTALL="${TAMSEL_INSTALL:-$here}" TAVIK_PACKAGE_DIR="$here/build"
 cd "$(mktemp -d)" || exit 1
-exec xvfb-run -a -s "-screen 0 480x400x24" \
+exec xvfb-run -a -s "-screen 0 ${TAVIK_SCREEN:-480x400}x24" \
   wish "$here/scripts/screenshot.tcl" -- "$output" "$program" "$setup"
