@@ -54,13 +54,6 @@ void History::record(const InstantRecord& r) {
 
 void History::reset() { pending_reset = true; }
 
-void History::truncate(long size) {
-  if (size >= count) return;
-  count = size;
-  rows.resize(static_cast<size_t>(count) * width);
-  resets.resize(count);
-}
-
 void History::read(long k, InstantRecord* r) const {
   const uint8_t* row = rows.data() + static_cast<size_t>(k) * width;
   int8_t status;

@@ -25,8 +25,6 @@ class History {
   // The program went back to its first instant: the next instant follows a
   // reset.
   void reset();
-  // Forgets the instants from `size` on (a reset after them stays).
-  void truncate(long size);
 
   long size() const { return count; }
   // Instant k (0-based) back in `record`, its problems listed as the window
