@@ -80,8 +80,11 @@ void RPEcExe::refresh_located() {
 int RPEcExe::output_status(int i) { return output_statuses[i]; }
 int RPEcExe::assert_status(int i) { return assertion_statuses[i]; }
 int RPEcExe::local_status(int i) {
-  if (pending && held[i]) return local_code(i);
-  return local_statuses[i];
+  if (!pending || !held[i]) return local_statuses[i];
+  // A local whose location was handed out was brought up to date when the
+  // outputs were computed, and nothing computes again before the instant ends.
+  if (!located.empty() && located[i]) return item_code(exe->local_items[i]);
+  return local_code(i);
 }
 
 int RPEcExe::allows_eval_outputs() { return 1; }
@@ -120,8 +123,12 @@ static int status_outcome(int status) {
 
 int RPEcExe::local_code(int i) {
   EvalItem* l = exe->local_items[i];
+  if (l) exe->refresh(l);
+  return item_code(l);
+}
+
+int RPEcExe::item_code(EvalItem* l) {
   if (!l) return status_codes[ABSENT_OUTCOME];
-  exe->refresh(l);
   return status_codes[status_outcome(l->status)];
 }
 

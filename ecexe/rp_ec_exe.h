@@ -80,7 +80,10 @@ class RPEcExe : public RPExe {
   void refresh_located();
   std::vector<int> located_locals;
   std::vector<char> located;
+  // The status code of local i, its item brought up to date first.
   int local_code(int i);
+  // The status code of a local's item (null: none) as it stands.
+  int item_code(EvalItem* item);
   std::vector<int> held_locals;
   std::vector<int> read_locals;
   std::vector<char> held;

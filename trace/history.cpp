@@ -1,6 +1,7 @@
 // history.cpp -- recording a session's instants compactly.
 #include "trace/history.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "ecexe/rp_exe.h"
@@ -25,14 +26,14 @@ History::History(const ProgramFlows& f) : flows(f) {
   }
 }
 
-void History::put(const Slot& s, int status, FlowValue v) {
-  uint8_t* at = rows.data() + static_cast<size_t>(count) * width + s.offset;
+void History::put(uint8_t* row, const Slot& s, int status, FlowValue v) {
+  uint8_t* at = row + s.offset;
   at[-1] = static_cast<uint8_t>(status);
   if (s.size == 8) memcpy(at, &v.d, 8);
   else if (s.size == 4) memcpy(at, &v.i, 4);
 }
 
-void History::get(const uint8_t* row, const Slot& s, int8_t* status, FlowValue* v) const {
+void History::get(const uint8_t* row, const Slot& s, int8_t* status, FlowValue* v) {
   *status = static_cast<int8_t>(row[s.offset - 1]);
   v->d = 0;
   if (s.size == 8) memcpy(&v->d, row + s.offset, 8);
@@ -40,13 +41,15 @@ void History::get(const uint8_t* row, const Slot& s, int8_t* status, FlowValue* 
 }
 
 void History::record(const InstantRecord& r) {
-  rows.resize(static_cast<size_t>(count + 1) * width);
-  for (size_t i = 0; i < input_slots.size(); i++) put(input_slots[i], RP_DEFINED, r.inputs[i]);
-  for (size_t i = 0; i < output_slots.size(); i++) put(output_slots[i], r.output_status[i], r.outputs[i]);
-  for (size_t i = 0; i < local_slots.size(); i++) put(local_slots[i], r.local_status[i], r.locals[i]);
-  FlowValue none;
-  none.d = 0;
-  for (size_t i = 0; i < assert_slots.size(); i++) put(assert_slots[i], r.assert_status[i], none);
+  // The array grows by doubling, not by a row at a time: each growth
+  // zero-fills what it adds, which would cost each instant a row again.
+  size_t end = static_cast<size_t>(count + 1) * width;
+  if (end > rows.size()) rows.resize(std::max(end, 2 * rows.size()));
+  uint8_t* row = rows.data() + end - width;
+  for (size_t i = 0; i < input_slots.size(); i++) put(row, input_slots[i], RP_DEFINED, r.inputs[i]);
+  for (size_t i = 0; i < output_slots.size(); i++) put(row, output_slots[i], r.output_status[i], r.outputs[i]);
+  for (size_t i = 0; i < local_slots.size(); i++) put(row, local_slots[i], r.local_status[i], r.locals[i]);
+  for (size_t i = 0; i < assert_slots.size(); i++) row[assert_slots[i].offset - 1] = static_cast<uint8_t>(r.assert_status[i]);
   resets.push_back(pending_reset);
   pending_reset = false;
   count++;

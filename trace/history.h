@@ -47,13 +47,13 @@ class History {
     uint8_t size;     // 4 or 8
   };
   Slot slot_of(FlowType type);
-  void put(const Slot& s, int status, FlowValue v);
-  void get(const uint8_t* row, const Slot& s, int8_t* status, FlowValue* v) const;
+  static void put(uint8_t* row, const Slot& s, int status, FlowValue v);
+  static void get(const uint8_t* row, const Slot& s, int8_t* status, FlowValue* v);
 
   std::vector<Slot> input_slots, output_slots, local_slots, assert_slots;
   uint32_t width = 0;  // bytes per instant
   long count = 0;
-  std::vector<uint8_t> rows;
+  std::vector<uint8_t> rows;  // the instants, then room for more
   std::vector<uint8_t> resets;  // by instant: 1 when a reset came before it
   bool pending_reset = false;
 };
