@@ -1,6 +1,7 @@
 /* ballot.c -- a compiled vote with eleven inputs: ten voters v0..v9 (bool)
  * and a quorum (int). At each instant yes counts the true votes, passed says
- * whether yes reaches the quorum, and rounds counts the instants passed so far. */
+ * whether yes reaches the quorum (a quorum of 0 or less, as the panel starts
+ * it, asks for a majority: 6), and rounds counts the instants passed so far. */
 #include "ecexe/dro_desc.h"
 
 static int votes[10];
@@ -14,7 +15,7 @@ static int ballot_step(void) {
   int yes = 0;
   for (int i = 0; i < 10; i++) yes += votes[i] != 0;
   yes_out = yes;
-  passed_out = yes >= quorum_in;
+  passed_out = yes >= (quorum_in > 0 ? quorum_in : 6);
   rounds_out = rounds_mem + passed_out;
   rounds_mem = rounds_out;
   return 0;
@@ -25,8 +26,6 @@ static void ballot_reset(void) {
   rounds_mem = 0;
   yes_out = passed_out = rounds_out = 0;
 }
-
-static void ballot_init(void) { quorum_in = 6; }
 
 static DroVar ballot_inputs[] = {
     {"v0", "bool", &votes[0]}, {"v1", "bool", &votes[1]}, {"v2", "bool", &votes[2]},
@@ -42,4 +41,4 @@ static DroVar ballot_outputs[] = {
 };
 
 DroDesc dro_desc = {DRO_VERSION, "ballot", 11, ballot_inputs, 3, ballot_outputs,
-                    ballot_step, ballot_reset, ballot_init};
+                    ballot_step, ballot_reset, 0};

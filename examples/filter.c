@@ -1,6 +1,8 @@
 /* filter.c -- a compiled first-order low-pass filter over reals:
- *   y = x at the first instant, then y = pre(y) + k * (x - pre(y)),
- * with the gain k clamped to [0, 1]; settled is true once |x - y| < 0.01. */
+ *   y = x at the first instant, then y = pre(y) + (x - pre(y)) / (1 + k),
+ * where k >= 0 is the lag (a negative k counts as 0): with k = 0, y follows x
+ * at once; with k = 4, y covers a fifth of the gap at each instant. settled
+ * is true once |x - y| < 0.01. Inputs start at 0, as the panel starts them. */
 #include "ecexe/dro_desc.h"
 
 static double x_in;
@@ -10,10 +12,9 @@ static int settled_out;
 static double y_mem;
 static int first; /* true until the first instant is done */
 
-static double clamp01(double v) { return v < 0.0 ? 0.0 : (v > 1.0 ? 1.0 : v); }
-
 static int filter_step(void) {
-  y_out = first ? x_in : y_mem + clamp01(k_in) * (x_in - y_mem);
+  double lag = k_in < 0.0 ? 0.0 : k_in;
+  y_out = first ? x_in : y_mem + (x_in - y_mem) / (1.0 + lag);
   double gap = x_in - y_out;
   settled_out = gap < 0.01 && gap > -0.01;
   y_mem = y_out;
@@ -28,9 +29,6 @@ static void filter_reset(void) {
   settled_out = 0;
 }
 
-/* A gain of one half until the user sets one. */
-static void filter_init(void) { k_in = 0.5; }
-
 static DroVar filter_inputs[] = {
     {"x", "real", &x_in},
     {"k", "real", &k_in},
@@ -42,4 +40,4 @@ static DroVar filter_outputs[] = {
 };
 
 DroDesc dro_desc = {DRO_VERSION, "filter", 2, filter_inputs, 2, filter_outputs,
-                    filter_step, filter_reset, filter_init};
+                    filter_step, filter_reset, 0};

@@ -43,3 +43,13 @@ build_tree() {
   fi
   cmake --build "$bld" -j2 $targets
 }
+
+# up_to_date SOURCE FILE : true when FILE exists and no source of the build
+# (CMake files, code, the Tcl tree, the examples) is newer, so that a start
+# need not ask the build tool (which takes most of a second to say so).
+up_to_date() {
+  [ -f "$2" ] || return 1
+  newer=$(find "$1/CMakeLists.txt" "$1/foundations" "$1/network" "$1/normalise" "$1/ecexe" \
+               "$1/trace" "$1/panel" "$1/app" "$1/tcl" "$1/examples" -newer "$2" -print 2>/dev/null | head -n 1)
+  [ -z "$newer" ]
+}
