@@ -16,6 +16,7 @@ namespace ec {
 FILE* input = nullptr;
 int carcour = EOF;
 int yyline = 1;
+int token_line = 1;
 static int nb_chars = 0;
 
 int GetChar(int* c) {
@@ -30,6 +31,7 @@ int GetChar(int* c) {
 
 bool yylexInit() {
   yyline = 1;
+  token_line = 1;
   nb_chars = 0;
   return GetChar(&carcour) != EOF;
 }
@@ -149,6 +151,7 @@ int ec_lex() {
   for (;;) {
     while (carcour != EOF && isspace(carcour)) GetChar(&carcour);
     if (carcour == EOF) return -1;
+    ec::token_line = ec::yyline;
     lexeme.clear();
     if (isdigit(carcour)) return lex_number();
     if (isalpha(carcour) || carcour == '_') return lex_word();
