@@ -58,9 +58,14 @@ int InternText(char* text) {
 
 int TrueKey() { return net->true_key; }
 
+int CurrentLine() { return ec::token_line; }
+
 void FreeIntList(IntList* l) { delete_chain(l); }
 
 /* ------------------------------------------------------------ declarations */
+
+// Records the line of a variable's declaration, for messages.
+static void declared_here(int key) { net->get_ident_info(key)->line = ec::token_line; }
 
 void AddUserConsts(IntList* names, int type, int clock) {
   EcType* t = net->define_type(type);
@@ -70,19 +75,28 @@ void AddUserConsts(IntList* names, int type, int clock) {
 
 void AddInputs(IntList* names, int type, int clock) {
   EcType* t = net->define_type(type);
-  for (IntList* n = names; n; n = n->next) net->add_input(n->value, t, clock);
+  for (IntList* n = names; n; n = n->next) {
+    net->add_input(n->value, t, clock);
+    declared_here(n->value);
+  }
   FreeIntList(names);
 }
 
 void AddOutputs(IntList* names, int type, int clock) {
   EcType* t = net->define_type(type);
-  for (IntList* n = names; n; n = n->next) net->add_output(n->value, t, clock, 0);
+  for (IntList* n = names; n; n = n->next) {
+    net->add_output(n->value, t, clock, 0);
+    declared_here(n->value);
+  }
   FreeIntList(names);
 }
 
 void AddLocals(IntList* names, int type, int clock) {
   EcType* t = net->define_type(type);
-  for (IntList* n = names; n; n = n->next) net->add_local(n->value, t, clock);
+  for (IntList* n = names; n; n = n->next) {
+    net->add_local(n->value, t, clock);
+    declared_here(n->value);
+  }
   FreeIntList(names);
 }
 
@@ -151,17 +165,25 @@ static IdentInfo* GetIdentInfo(int key) {
   FatalExit();
 }
 
-void AddAssertion(Exp* e) { net->add_assertion(e); }
+void AddAssertion(Exp* e, int line) {
+  int key = net->add_assertion(e);
+  net->equations.push_back({key, nullptr, e, line});
+}
 
-void DefineVariable(int name, Exp* e) {
+void DefineVariable(int name, Exp* e, int line) {
   IdentInfo* info = GetIdentInfo(name);
+  net->equations.push_back({name, nullptr, e, line});
   info->def = e;
+  // A leaf is shared by every use of its identifier: it keeps its own type
+  // and clock (x = y must not retype y).
+  if (e->is_leaf()) return;
   e->type = info->type;
   e->clock = info->clock;
 }
 
-void DefineTuple(IntList* names, Exp* e) {
+void DefineTuple(IntList* names, Exp* e, int line) {
   for (IntList* n = names; n; n = n->next) GetIdentInfo(n->value);
+  net->equations.push_back({names->value, names, e, line});
   net->define_tuple(names, e);
 }
 

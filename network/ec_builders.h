@@ -36,6 +36,8 @@ int EcParse(Net* n, SymbolTable* s, const char* path);
 /* Texts and keys. The texts come from the lexer and are freed here. */
 int InternText(char* text);
 int TrueKey();
+// The line where the last token read began.
+int CurrentLine();
 
 /* Declarations. Names are declared in list order; the lists are freed. */
 void AddUserConsts(IntList* names, int type, int clock);
@@ -52,11 +54,11 @@ void AddUserFunction(int name, int unsafe, ParamList* ins, ParamList* outs);
 void AddExternNode(int name, ParamList* ins, ParamList* outs);
 void SetNodeName(int name);
 
-/* Equations. */
-void AddAssertion(Exp* e);
+/* Equations, each recorded in the network's list with its line. */
+void AddAssertion(Exp* e, int line);
 // `e` defines the variable `name` and takes its declared type and clock.
-void DefineVariable(int name, Exp* e);
-void DefineTuple(IntList* names, Exp* e);
+void DefineVariable(int name, Exp* e, int line);
+void DefineTuple(IntList* names, Exp* e, int line);
 
 /* Expressions. An undeclared name ends the process. */
 Exp* RefExp(int name);

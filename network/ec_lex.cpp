@@ -17,6 +17,7 @@ namespace ec {
 FILE* input = nullptr;
 int carcour = EOF;
 int yyline = 1;
+int token_line = 1;
 static int nb_chars = 0;
 
 int GetChar(int* c) {
@@ -31,6 +32,7 @@ int GetChar(int* c) {
 
 bool yylexInit() {
   yyline = 1;
+  token_line = 1;
   nb_chars = 0;
   return GetChar(&carcour) != EOF;
 }
@@ -150,6 +152,7 @@ int ec_lex() {
   for (;;) {
     while (carcour != EOF && isspace(carcour)) GetChar(&carcour);
     if (carcour == EOF) return -1;
+    ec::token_line = ec::yyline;
     lexeme.clear();
     if (isdigit(carcour)) return lex_number();
     if (isalpha(carcour) || carcour == '_') return lex_word();

@@ -13,6 +13,7 @@ namespace ec {
 extern FILE* input;  // the open ec file
 extern int carcour;  // lookahead character, -1 at end of file
 extern int yyline;   // current line, from 1
+extern int token_line;  // the line where the last token began
 
 // Reads the next character into *c and returns it; counts lines and
 // characters, and traces NUL characters ("ICI (car %d)").

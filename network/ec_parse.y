@@ -44,7 +44,7 @@ struct ParamList;
 %token <text> TRUE 291
 %token VAR 292 WHEN 293 XOR 294 POWER 295
 
-%type <key> name type predefined_type named_type clock
+%type <key> name type predefined_type named_type clock line_mark
 %type <keys> ident_list names_backwards
 %type <exp> exp constant call
 %type <exps> exp_list exp_tuple
@@ -213,10 +213,14 @@ statements : statement
            | statements statement
            ;
 
-statement : ASSERT exp ';'                  { AddAssertion($2); }
-          | name '=' exp ';'                { DefineVariable($1, $3); }
-          | '(' ident_list ')' '=' exp ';'  { DefineTuple($2, $5); }
+statement : ASSERT line_mark exp ';'                  { AddAssertion($3, $2); }
+          | name '=' line_mark exp ';'                { DefineVariable($1, $4, $3); }
+          | '(' ident_list ')' '=' line_mark exp ';'  { DefineTuple($2, $6, $5); }
           ;
+
+/* The line of an equation, for messages: that of its "=" or "assert",
+ * the last token read when this empty rule is reduced. */
+line_mark : %empty { $$ = CurrentLine(); } ;
 
 /* Names are pushed at the head as they come, which keeps every node's
  * length right at no cost, and put back in order once the list is whole. */

@@ -52,6 +52,7 @@ class IdentInfo : public SymbolInfo {
   Exp* ref;   // the leaf standing for the identifier (null for assertions)
   void* aux;  // spare pointer of later passes
   int index;  // enum ordinal, or running number among its kind; -1 otherwise
+  int line = 0;  // a variable's: the line of its declaration in the ec file
 };
 
 class FuncInfo : public SymbolInfo {

@@ -20,6 +20,7 @@ void Net::NetInit(SymbolTable* s) {
   outputs.clear();
   locals.clear();
   asserts.clear();
+  equations.clear();
   consts = funcs = procs = usr_types = nullptr;
   nb_inputs = nb_outputs = nb_locals = nb_asserts = 0;
   nb_usr_types = nb_consts = nb_funcs = nb_procs = 0;
@@ -192,15 +193,19 @@ void Net::add_local(int key, EcType* t, int clk) {
   info->index = nb_locals++;
 }
 
-void Net::add_assertion(Exp* e) {
+int Net::add_assertion(Exp* e) {
   int key = symbols->add("__assert_%d", asserts.length());
   IdentInfo* info = new_ident(ASSERT_ID, key, bool_type, -1);
   info->def = e;
   info->clock = clock(e);
-  e->clock = info->clock;
-  e->type = bool_type;
+  // A leaf is shared by every use of its identifier and keeps its own.
+  if (!e->is_leaf()) {
+    e->clock = info->clock;
+    e->type = bool_type;
+  }
   asserts.append(key);
   nb_asserts++;
+  return key;
 }
 
 void Net::define_tuple(IntList* names, Exp* e) {

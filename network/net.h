@@ -5,6 +5,8 @@
 #ifndef NETWORK_NET_H
 #define NETWORK_NET_H
 
+#include <vector>
+
 #include "foundations/key_list.h"
 #include "network/ec_type.h"
 #include "network/exp.h"
@@ -13,6 +15,15 @@
 class IntList;
 class PtyStream;
 class SymbolTable;
+
+// One equation or assertion of the node as written, for the checks that
+// report in the user's terms.
+struct Equation {
+  int name;        // the variable defined (the first of a tuple), or the assertion
+  IntList* tuple;  // all the names of a tuple definition, else null
+  Exp* exp;        // the right side as parsed (for a tuple, the whole tuple)
+  int line;        // the line of its "=" or "assert"
+};
 
 class Net {
  public:
@@ -62,8 +73,9 @@ class Net {
   // The key goes to the head of `outputs` when at_front is nonzero.
   void add_output(int key, EcType* t, int clock, int at_front);
   void add_local(int key, EcType* t, int clock);
-  // Declares "__assert_<n>" defined by e; computes e's clock and types it bool.
-  void add_assertion(Exp* e);
+  // Declares "__assert_<n>" defined by e and returns its key; computes e's
+  // clock and types it bool.
+  int add_assertion(Exp* e);
   // Defines the i-th name (from 1) as the projection i of e. Every name must
   // be declared.
   void define_tuple(IntList* names, Exp* e);
@@ -71,6 +83,9 @@ class Net {
   /* Types and clocks of nodes, computed on first demand and cached. */
   EcType* type(Exp* e);
   int clock(Exp* e);
+  // The clock named by the `when` node e; fatal when its clock operand is
+  // no named leaf.
+  int when_clock(Exp* e);
 
   /* Printers. */
   // The whole network as an ec program that parses back to an equivalent one.
@@ -104,6 +119,8 @@ class Net {
   IntList* funcs = nullptr;
   IntList* procs = nullptr;
   IntList* usr_types = nullptr;
+
+  std::vector<Equation> equations;  // in file order
 
   int nb_inputs = 0;
   int nb_outputs = 0;

@@ -70,8 +70,7 @@ int Net::clock(Exp* e) {
       return e->clock;
     }
     case WHEN_n:
-      if (e->operands[1]->ident == 0) Error("The clock operand of 'when' operator must be named\n");
-      e->clock = e->operands[1]->ident;
+      e->clock = when_clock(e);
       return e->clock;
     default:
       break;
@@ -79,4 +78,9 @@ int Net::clock(Exp* e) {
   if (e->arity < 1) IError("file net_types:\nNet::clock '%s' is not implemented\n", nodekey(e->nature));
   e->clock = clock(e->operands[0]);
   return e->clock;
+}
+
+int Net::when_clock(Exp* e) {
+  if (e->operands[1]->ident == 0) Error("The clock operand of 'when' operator must be named\n");
+  return e->operands[1]->ident;
 }

@@ -10,6 +10,7 @@
 #include "foundations/int_list.h"
 #include "foundations/pty_stream.h"
 #include "network/ec_builders.h"
+#include "network/net_check.h"
 #include "normalise/norm_net.h"
 
 PNetInterface::PNetInterface() : info_key(take_a_key()) {}
@@ -93,9 +94,12 @@ void NetInterface::create_net(SymbolTable* symbols, int opt_a, int opt_b) {
 }
 
 int NetInterface::parse(const char* file, SymbolTable* symbols) {
-  if (EcParse(net, symbols, file) == 0) return 0;
-  fprintf(stderr, "syntax errors...\n");
-  return 1;
+  if (EcParse(net, symbols, file) != 0) {
+    fprintf(stderr, "syntax errors...\n");
+    return 1;
+  }
+  check_program(net, file);
+  return 0;
 }
 
 void NetInterface::list_interface() {

@@ -75,15 +75,17 @@ class NetInterface : public PNetInterface {
   // init(file, symbols, 0, 0); a failure ends the process with status 1.
   NetInterface(const char* file, SymbolTable* symbols);
 
-  // Reads the ec file, normalises and minimises it (opt_a nonzero: no
-  // minimisation) and lists the interface. 0 on success; 1 after a syntax
-  // error, with "syntax errors...\n" on standard error.
+  // Reads the ec file, checks it, normalises and minimises it (opt_a
+  // nonzero: no minimisation) and lists the interface. 0 on success; 1
+  // after a syntax error, with "syntax errors...\n" on standard error. An
+  // ill-formed program ends the process with its message.
   int init(const char* file, SymbolTable* symbols, int opt_a, int opt_b);
 
   // The steps of init, in its order; public so that a caller can time them
-  // apart: create the network, parse the file into it (1 after a syntax
-  // error, with the message), then, after NormNet::build() or its own
-  // phases, list the interface.
+  // apart: create the network, parse the file into it and check that it is
+  // well formed (1 after a syntax error, with the message; an ill-formed
+  // program ends the process, see check_program), then, after
+  // NormNet::build() or its own phases, list the interface.
   void create_net(SymbolTable* symbols, int opt_a, int opt_b);
   int parse(const char* file, SymbolTable* symbols);
   void list_interface();

@@ -51,7 +51,9 @@ class IOPanel {
   int read_iop(const char* path);
   // Writes the panel as a description that read_iop reads back to the same
   // tree. 1 on success; 0, with a warning, when `path` cannot be opened.
-  // The stream given is flushed, not closed.
+  // The stream given is flushed, not closed. A file at `path` is replaced
+  // whole or left as it was (see replace_file); one whose text differed is
+  // kept as "<path>~", with a warning that says so.
   int write_iop(FILE* f);
   int write_iop(const char* path);
   int write_iop();

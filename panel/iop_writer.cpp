@@ -6,11 +6,22 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <string>
 
 #include "foundations/errors.h"
+#include "foundations/replace_file.h"
 #include "panel/iop_lexer.h"
 
 namespace {
+
+// Everything `f` holds, from its start.
+std::string rest_of_file(FILE* f) {
+  std::string text;
+  rewind(f);
+  char buffer[4096];
+  for (size_t n; (n = fread(buffer, 1, sizeof buffer, f)) > 0;) text.append(buffer, n);
+  return text;
+}
 
 // " \"text\"". A quote inside is written \" so that it reads back as itself;
 // a text with a line break goes out raw, since the stream would indent the
@@ -162,15 +173,31 @@ int IOPanel::write_iop(FILE* f) {
   return 1;
 }
 
+// The description is a user's file, perhaps written by hand: it is replaced
+// whole or not at all, and a former one that differs is kept.
 int IOPanel::write_iop(const char* path) {
-  FILE* f = path ? fopen(path, "w") : nullptr;
-  if (!f) {
+  FILE* text = path ? tmpfile() : nullptr;
+  if (!text || !write_iop(text)) {
+    if (text) fclose(text);
     Warning("IOPanel::write_iop : can't open '%s'\n", path ? path : "null");
     return 0;
   }
-  PtyStream out(f, 80, nullptr);
-  write_sections(this, &out);
-  return 1;
+  std::string description = rest_of_file(text);
+  fclose(text);
+  switch (replace_file(path, description)) {
+    case ReplaceResult::kWritten:
+      return 1;
+    case ReplaceResult::kKeptOld:
+      Warning("IOPanel::write_iop : the former '%s' is kept as '%s~'\n", path, path);
+      return 1;
+    case ReplaceResult::kCannotOpen:
+      Warning("IOPanel::write_iop : can't open '%s'\n", path);
+      return 0;
+    case ReplaceResult::kCannotWrite:
+      break;
+  }
+  Warning("IOPanel::write_iop : can't write '%s', left as it was\n", path);
+  return 0;
 }
 
 int IOPanel::write_iop() { return write_iop(stdout); }

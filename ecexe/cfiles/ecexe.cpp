@@ -222,6 +222,9 @@ class Scheduler {
       size_t best = 0;
       for (size_t k = 1; k < ready.size(); k++)
         if (ready[k].size() > ready[best].size()) best = k;
+      // Nothing ready with items left: they wait on one another through no
+      // memory, which the load refuses before the items are built.
+      if (ready.empty() || ready[best].empty()) IError("Scheduler::group : a cycle without a memory");
       run.swap(ready[best]);
       for (int i : run) {
         grouped.push_back(schedule[i]);

@@ -35,6 +35,20 @@ TEST(NetInterfaceTest, LeafLocalsGetNoNumber) {
   EXPECT_EQ(ni->record(ni->local_nodes[0])->locals->count, 2);
 }
 
+TEST(NetInterfaceDeathTest, TheLoadChecksTheProgramBeforeNormalising) {
+  // A cycle within an instant, which the evaluator could not order; a cycle
+  // of renamings, which the normaliser reports in its own words.
+  const char* cases[][2] = {
+      {"let o = o + 1; tel", ":1: 'o' depends on itself within an instant: o -> o"},
+      {"var l: int; let o = l; l = o; tel", "NormNet::through_ref : '"},
+  };
+  for (const auto& c : cases) {
+    std::string path = nettest::write_temp(std::string("node n(i: int) returns (o: int); ") + c[0] + "\n");
+    EXPECT_EXIT(NetInterface(path.c_str(), normtest::symbols()), ::testing::ExitedWithCode(1),
+                testsupport::literal(c[1]));
+  }
+}
+
 TEST(NetInterfaceDeathTest, ConstructorEndsTheProcessOnASyntaxError) {
   std::string path = nettest::write_temp("node n(a: bool) returns (o: bool); let o = ; tel\n");
   EXPECT_EXIT(NetInterface(path.c_str(), normtest::symbols()), ::testing::ExitedWithCode(1),
