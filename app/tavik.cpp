@@ -25,6 +25,11 @@ const char Tavik::ABORT[] = "abort step";
 
 Tavik::Tavik(Tcl_Interp* i, TavikArgs* a) : args(a), interp(i) { init(); }
 
+// The history records the locals of programs that have at most this many:
+// reading them costs each step about a quarter of a step's time at 1,000
+// locals, and grows with their number, as does the history's memory.
+const int Tavik::kRecordedLocals = 2000;
+
 static bool readable(const char* path) {
   FILE* probe = fopen(path, "r");
   if (!probe) return false;
@@ -93,7 +98,7 @@ void Tavik::init() {
 
   // The history and its command exist before the resource file runs, so
   // that it may use them; the menu needs the window.
-  flows = new ProgramFlows(program, true);
+  flows = new ProgramFlows(program, program->nb_locals() <= kRecordedLocals);
   history = new History(*flows);
   history_command_init(interp, history);
   panel->init_loop(args->dbgtk, this, tavik_reset, tavik_step, rc_file, commands);

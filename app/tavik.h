@@ -55,8 +55,10 @@ class Tavik {
   IOPanel* panel = nullptr;
   char* panel_file = nullptr;
   char message[1024];
-  // Every completed instant and every reset, from the start; `taken` holds
-  // the instant being completed.
+  // Every completed instant and every reset, from the start (the locals
+  // with them when there are at most kRecordedLocals); `taken` holds the
+  // instant being completed.
+  static const int kRecordedLocals;
   ProgramFlows* flows = nullptr;
   History* history = nullptr;
   InstantRecord taken;

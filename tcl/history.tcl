@@ -136,8 +136,10 @@ proc tavik::ReplayChunk {} {
             }
             reset { TreatReset }
             instant {
+                # An input that keeps its value is left alone, as a user
+                # leaves a widget: its widget has nothing to redraw.
                 foreach name $::Global(input_names) value [lindex $event 1] {
-                    set ::InputVars($name) $value
+                    if {$::InputVars($name) ne $value} { set ::InputVars($name) $value }
                 }
                 set dialogs $replay(dialogs)
                 TreatStep
