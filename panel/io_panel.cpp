@@ -5,6 +5,7 @@
 
 #include "foundations/errors.h"
 #include "panel/iop_lexer.h"
+#include "panel/iop_reader.h"
 
 void IOPanel::init(Tcl_Interp* i, SymbolTable* s) {
   interp = i;
@@ -12,6 +13,7 @@ void IOPanel::init(Tcl_Interp* i, SymbolTable* s) {
   module = -1;
   top = nullptr;
   named.clear();
+  by_name.clear();
   created.clear();
   inputs.clear();
   outputs.clear();
@@ -27,9 +29,8 @@ void IOPanel::init(Tcl_Interp* i, SymbolTable* s) {
 }
 
 Panel* IOPanel::get_by_name(int key) {
-  for (Panel* p : named)
-    if (p->name == key) return p;
-  return nullptr;
+  auto found = by_name.find(key);
+  return found == by_name.end() ? nullptr : found->second;
 }
 
 void IOPanel::give_a_name(int key, Panel* p) {
@@ -38,6 +39,7 @@ void IOPanel::give_a_name(int key, Panel* p) {
   if (get_by_name(key)) Error("IOPanel can't give name '%s' (already used)", text(key));
   p->name = key;
   named.push_back(p);
+  by_name[key] = p;
 }
 
 void IOPanel::define_top(Panel* p) {
@@ -55,6 +57,7 @@ void IOPanel::register_leaf(Panel* leaf, const char* who) {
   hold(leaf);
   if (get_by_name(leaf->name)) Error("IOPanel:%s : name '%s' already used", who, text(leaf->name));
   named.push_back(leaf);
+  by_name[leaf->name] = leaf;
 }
 
 Panel* IOPanel::createPanelInput(int name, int type, IntList* modifiers) {
@@ -93,11 +96,13 @@ Panel* IOPanel::createPanelCol(PanelList* list) {
   return form;
 }
 
-// Sons are added at the front on the way back from the end of the list, so
-// they end up in list order.
+// Sons are added at the front from the end of the list back, so that they
+// end up in list order.
 void IOPanel::initPanelForm(PanelForm* form, PanelList* list) {
-  if (!list) return;
-  initPanelForm(form, list->next);
-  form->add_son(list->panel);
-  delete list;
+  for (PanelList* cell = iop_list_reverse(list); cell;) {
+    PanelList* next = cell->next;
+    form->add_son(cell->panel);
+    delete cell;
+    cell = next;
+  }
 }

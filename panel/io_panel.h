@@ -8,6 +8,7 @@
 #include <tcl.h>
 
 #include <cstdio>
+#include <unordered_map>
 #include <vector>
 
 #include "foundations/int_list.h"
@@ -63,8 +64,11 @@ class IOPanel {
   // (0 or 1) is stored in debug_tk; it makes the script echo its calls,
   // starts the echo switched on, and keeps TreatReset from calling the
   // module's reset command. Numbers widget paths from the form and frame
-  // counters, which it does not reset.
+  // counters, which it does not reset. A panel that would draw more than
+  // kMaxDrawnPanels panels (shared sub-panels drawn at each reference) is
+  // fatal, before anything is written.
   void to_tk(PtyStream* out, int debug);
+  static constexpr long kMaxDrawnPanels = 100000;
 
   // Starts the simulation loop: registers the commands "<module>_reset",
   // "<module>_step" and "<module>_save_iop", writes the Tk script of the
@@ -94,6 +98,7 @@ class IOPanel {
   int module = -1;                    // symbol key of the module name
   Panel* top = nullptr;
   std::vector<Panel*> named;          // in naming order, leaves included
+  std::unordered_map<int, Panel*> by_name;  // the same, by name key
   int input_count = 0;
   int output_count = 0;
   std::vector<PanelInput*> inputs;    // in declaration order

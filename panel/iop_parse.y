@@ -79,14 +79,15 @@ panel_exp: simple_panel
          ;
 
 /* Trailing strings after a form are accepted and dropped. */
-simple_panel: COL '{' panel_list '}' strings   { $$ = iop_panel()->createPanelCol($3); }
-            | LINE '{' panel_list '}' strings  { $$ = iop_panel()->createPanelLine($3); }
+simple_panel: COL '{' panel_list '}' strings   { $$ = iop_panel()->createPanelCol(iop_list_reverse($3)); }
+            | LINE '{' panel_list '}' strings  { $$ = iop_panel()->createPanelLine(iop_list_reverse($3)); }
             | '$' IDENT                        { $$ = iop_reference($2); }
             | BOX                              { $$ = iop_panel()->createPanelBox(); }
             ;
 
-panel_list: panel_exp                    { $$ = iop_list_append(nullptr, $1); }
-          | panel_list panel_exp         { $$ = iop_list_append($1, $2); }
+/* Built backwards (see iop_list_prepend), turned round by the form. */
+panel_list: panel_exp                    { $$ = iop_list_prepend(nullptr, $1); }
+          | panel_list panel_exp         { $$ = iop_list_prepend($1, $2); }
           ;
 
 strings: %empty | strings STRING ;

@@ -23,13 +23,17 @@ Panel* iop_reference(int name) {
   return p;
 }
 
-PanelList* iop_list_append(PanelList* list, Panel* p) {
-  PanelList* cell = new PanelList{p, nullptr};
-  if (!list) return cell;
-  PanelList* last = list;
-  while (last->next) last = last->next;
-  last->next = cell;
-  return list;
+PanelList* iop_list_prepend(PanelList* list, Panel* p) { return new PanelList{p, list}; }
+
+PanelList* iop_list_reverse(PanelList* list) {
+  PanelList* reversed = nullptr;
+  while (list) {
+    PanelList* next = list->next;
+    list->next = reversed;
+    reversed = list;
+    list = next;
+  }
+  return reversed;
 }
 
 void iop_list_free(PanelList* list) { delete_chain(list); }

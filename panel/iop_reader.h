@@ -11,8 +11,10 @@ IntList* iop_modifier(int key, int value);
 // The panel already named `name`; fatal when there is none (no forward
 // references).
 Panel* iop_reference(int name);
-// `list` with `p` at its end; a new list when `list` is null.
-PanelList* iop_list_append(PanelList* list, Panel* p);
+// A list of sons is built backwards, each new son in front, so that a long
+// one takes no walk; it is turned round once whole.
+PanelList* iop_list_prepend(PanelList* list, Panel* p);
+PanelList* iop_list_reverse(PanelList* list);
 // Free the cells of a list the parser discards after a syntax error.
 void iop_list_free(PanelList* list);
 void iop_modifiers_free(IntList* list);

@@ -35,14 +35,15 @@ void PanelForm::add_son(Panel* son) {
   warn_if_linked(son);
   son->linked = 1;
   sons = new PanelList{son, sons};
+  if (!last_son) last_son = sons;
 }
 
 void PanelForm::append_son(Panel* son) {
   warn_if_linked(son);
   son->linked = 1;
-  PanelList** end = &sons;
-  while (*end) end = &(*end)->next;
-  *end = new PanelList{son, nullptr};
+  PanelList* cell = new PanelList{son, nullptr};
+  (last_son ? last_son->next : sons) = cell;
+  last_son = cell;
 }
 
 PanelBox::PanelBox(IOPanel* o) : Panel(o, -1, nullptr) {}

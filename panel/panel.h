@@ -73,6 +73,7 @@ class PanelForm : public Panel {
 
   PanelFormMode mode;
   PanelList* sons = nullptr;  // in display order
+  PanelList* last_son = nullptr;  // the last cell of sons, so that appending takes no walk
 
  private:
   // Writes "line {" or "col {", the sons, and the closing "}".

@@ -5,6 +5,7 @@
 #include "panel/tk_script.h"
 
 #include "panel/io_panel.h"
+#include "panel/panel_size.h"
 
 namespace {
 
@@ -339,6 +340,9 @@ void IOPanel::to_tk(PtyStream* out, int debug) {
   debug_tk = debug;
   // The session always names the module; an unnamed one writes "".
   const char* name = module == -1 ? "" : text(module);
+  if (drawn_panels(top, kMaxDrawnPanels) > kMaxDrawnPanels)
+    Error("IOPanel::to_tk : the panel of '%s' would draw more than %ld panels (the panels it "
+          "refers to with '$' are drawn at each reference)", name, IOPanel::kMaxDrawnPanels);
   write_procedures(out, debug_tk, name);
   write_globals(out, this, name);
   write_main_window(out, name);

@@ -98,3 +98,24 @@ TEST_F(TkScriptDeathTest, UnknownTypesAreInternalErrors) {
   EXPECT_EXIT(widgets(out), ::testing::ExitedWithCode(1),
               "^Sorry, Internal Error :\nPanelOutput::to_tk:  unknown type 'vector'\n\n$");
 }
+
+// A chain of sub-panels each drawn twice by the next doubles the script at
+// every level: 2^17 leaves are refused before a line is written, and the
+// same chain four levels shorter is drawn.
+TEST_F(TkScriptDeathTest, PanelsThatWouldDrawTooMuchAreRefusedFirst) {
+  auto chain = [](int levels) {
+    std::string text = "inputs a : int; outputs o : int; panels p0 = col { $a $o };";
+    for (int k = 1; k <= levels; k++)
+      text += " p" + std::to_string(k) + " = col { $p" + std::to_string(k - 1) + " $p" + std::to_string(k - 1) + " };";
+    return text + " top = col { $p" + std::to_string(levels) + " };";
+  };
+  ASSERT_EQ(read_text(chain(12)), 1);
+  panel->module = panel->symbols->add("chain");
+  EXPECT_NE(generated([&](PtyStream* s) { panel->to_tk(s, 0); }).find("frame .panel"), std::string::npos);
+  IOPanel* big = new_panel();
+  ASSERT_EQ(read_text(chain(16), big), 1);
+  big->module = big->symbols->add("chain");
+  EXPECT_EXIT(generated([&](PtyStream* s) { big->to_tk(s, 0); }), ::testing::ExitedWithCode(1),
+              "^  Error :\nIOPanel::to_tk : the panel of 'chain' would draw more than 100000 panels "
+              "\\(the panels it refers to with '\\$' are drawn at each reference\\)\n$");
+}
