@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "foundations/errors.h"
+
 ArgsMng::~ArgsMng() {}
 
 const char* ArgsMng::next() {
@@ -31,7 +33,7 @@ void ArgsMng::parse(int count, const char** vector, ArgToken* table) {
     const char* word = argv[current_index];
     if (strcmp(word, "-version") == 0) {
       printf("%s", version_text());
-      exit(0);
+      ExitProcess(0);
     }
     ArgToken* row = match(tokens, word);
     if (row->handler) row->handler(this, row->param);

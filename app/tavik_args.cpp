@@ -40,7 +40,7 @@ void TavikArgs::usage() {
 void TavikArgs::treat_help_arg(ArgsMng* args, int) {
   fputs("recognized options :\n", stderr);
   args->ArgsMng::usage(0);
-  exit(0);
+  ExitProcess(0);
 }
 
 void TavikArgs::treat_verbose_arg(ArgsMng* args, int) {

@@ -12,6 +12,7 @@
 // touches take memory) and returns when it has ended; the calling thread
 // waits meanwhile, so the pass may use everything the caller could. Called
 // from such a pass, or when no such thread can be made, runs it in place.
+// An exception that escapes the pass is thrown again in the caller.
 void run_on_deep_stack(const std::function<void()>& pass);
 
 #endif

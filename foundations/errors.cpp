@@ -27,10 +27,12 @@ void set_errors_tool_name(const char* name) { tool_name = name; }
 void set_fatal_status(int status) { fatal_status = status; }
 void set_fatal_hook(void (*hook)()) { fatal_hook = hook; }
 
-void FatalExit() {
+void ExitProcess(int status) {
   if (fatal_hook) fatal_hook();
-  exit(fatal_status);
+  exit(status);
 }
+
+void FatalExit() { ExitProcess(fatal_status); }
 
 int Verbose() { return VERBOSE; }
 

@@ -32,12 +32,15 @@ int Verbose(int level, const char* fmt, ...) TAVIK_PRINTF(2, 3);
 // Advances the spinner on a terminal: a glyph every `period` calls. Returns VERBOSE.
 int VerboseWheel(int period);
 
-// Ends the process after a fatal diagnostic: runs the fatal hook, if any,
-// then exits with the fatal status.
+// Ends the process with `status`: runs the fatal hook, if any, then exits.
+// Every end of the process decided by the system's code (a fatal diagnostic,
+// "-version", "-h") goes through here.
+[[noreturn]] void ExitProcess(int status);
+// Ends the process after a fatal diagnostic: ExitProcess with the fatal status.
 [[noreturn]] void FatalExit();
 // The status of the process at a fatal exit; 1 unless set.
 void set_fatal_status(int status);
-// Runs `hook` (null: none) at every fatal exit before the process ends. A
+// Runs `hook` (null: none) at every ExitProcess before the process ends. A
 // hook that does not return (a longjmp, an exception) keeps the process.
 void set_fatal_hook(void (*hook)());
 

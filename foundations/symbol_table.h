@@ -80,7 +80,7 @@ class SymbolTable {
   int nb_symbols = 0;
   int iter = 0;
   StringTape* tape;
-  int chunk_size;
+  [[maybe_unused]] int chunk_size;  // as given; the index is made of chunks of this size
   StringArray index;
 };
 

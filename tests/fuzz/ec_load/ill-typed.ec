@@ -1,0 +1,4 @@
+node t(a: int; f: bool) returns (b: int);
+let
+  b = a + f;
+tel.
