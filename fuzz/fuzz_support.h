@@ -47,7 +47,7 @@ inline std::string as_file(const uint8_t* data, size_t size, const char* suffix)
   std::string path = "/tmp/tavik_fuzz_" + std::to_string(getpid()) + suffix;
   FILE* f = fopen(path.c_str(), "wb");
   if (!f) abort();
-  fwrite(data, 1, size, f);
+  if (size > 0) fwrite(data, 1, size, f);  // an empty input may come with no buffer
   fclose(f);
   return path;
 }
