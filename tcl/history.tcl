@@ -13,7 +13,7 @@ namespace eval tavik {
     array set chrono {px 24 locals 0 plot 0 follow 1 pending {} drawn 0}
     # The replay: its policy (stop or continue), progress and controls.
     variable replay
-    array set replay {active 0 paused 0 policy stop done 0 total 0 problems 0 dialogs 0 stop_asked 0 status {}}
+    array set replay {active 0 paused 0 policy stop done 0 shown 0 total 0 problems 0 dialogs 0 stop_asked 0 status {}}
     variable lane_height 24
     variable plot_height 44
     variable name_width 130
@@ -97,7 +97,7 @@ proc tavik::replay {{file ""} {policy ""}} {
     }
     if {$policy ni {stop continue}} { error "the replay policy is stop or continue, not '$policy'" }
     set total [tavik_history replay_open $file]
-    array set replay [list active 1 paused 0 policy $policy done 0 total $total problems 0 dialogs 0 \
+    array set replay [list active 1 paused 0 policy $policy done 0 shown 0 total $total problems 0 dialogs 0 \
                           stop_asked 0 status "replaying [file tail $file]"]
     WrapDialogs 1
     ReplayWindow
@@ -152,12 +152,16 @@ proc tavik::ReplayChunk {} {
             }
         }
     }
+    # The progress shown moves once a chunk: a widget traced at every
+    # instant would cost each instant its redisplay's bookkeeping.
     set replay(status) "instant $replay(done) of $replay(total)"
+    set replay(shown) $replay(done)
     after 1 tavik::ReplayChunk
 }
 
 proc tavik::ReplayEnd {status} {
     variable replay
+    set replay(shown) $replay(done)
     set replay(active) 0
     set replay(status) $status
     WrapDialogs 0
@@ -175,7 +179,7 @@ proc tavik::ReplayWindow {} {
     toplevel .replay
     wm title .replay "Replay - $::Global(module_name)"
     label .replay.status -textvariable tavik::replay(status) -anchor w -width 48
-    ttk::progressbar .replay.bar -length 320 -variable tavik::replay(done) -maximum [expr {max(1, $replay(total))}]
+    ttk::progressbar .replay.bar -length 320 -variable tavik::replay(shown) -maximum [expr {max(1, $replay(total))}]
     button .replay.pause -text Pause -command tavik::replay_pause
     button .replay.stop -text Stop -command tavik::replay_stop
     grid .replay.status - -sticky we -padx 6 -pady 4
