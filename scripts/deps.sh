@@ -41,15 +41,21 @@ build_tree() {
   if [ ! -f "$bld/CMakeCache.txt" ]; then
     cmake -S "$src" -B "$bld" $options || return 1
   fi
-  cmake --build "$bld" -j2 $targets
+  cmake --build "$bld" -j2 $targets || return 1
+  # A whole build is a date the launchers' up_to_date can trust: the build
+  # tool leaves alone a file none of whose own inputs changed.
+  [ -n "$targets" ] || touch "$bld/.built"
 }
 
-# up_to_date SOURCE FILE : true when FILE exists and no source of the build
-# (CMake files, code, the Tcl tree, the examples) is newer, so that a start
-# need not ask the build tool (which takes most of a second to say so).
+# up_to_date SOURCE BUILD FILE : true when FILE exists and no source of the
+# build (CMake files, code, the Tcl tree, the examples) is newer than it, or
+# than the last whole build of BUILD, so that a start need not ask the build
+# tool (which takes most of a second to say so).
 up_to_date() {
-  [ -f "$2" ] || return 1
+  [ -f "$3" ] || return 1
+  since=$3
+  [ -f "$2/.built" ] && [ "$2/.built" -nt "$3" ] && since=$2/.built
   newer=$(find "$1/CMakeLists.txt" "$1/foundations" "$1/network" "$1/normalise" "$1/ecexe" \
-               "$1/trace" "$1/panel" "$1/app" "$1/tcl" "$1/examples" -newer "$2" -print 2>/dev/null | head -n 1)
+               "$1/trace" "$1/panel" "$1/app" "$1/tcl" "$1/examples" -newer "$since" -print 2>/dev/null | head -n 1)
   [ -z "$newer" ]
 }
