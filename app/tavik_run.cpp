@@ -147,7 +147,9 @@ RPExe* load_program(const char* path) {
   }
   if (ends_with(path, ".dro")) {
     DROLoad* dro = new DROLoad;
-    if (const char* error = dro->load(path)) fail(std::string(path) + ": " + error);
+    // The loader's own texts name the file, but for a wrong version.
+    if (const char* error = dro->load(path))
+      fail(strncmp(error, path, strlen(path)) == 0 ? std::string(error) : std::string(path) + ": " + error);
     return dro;
   }
   refuse(std::string("'") + path + "' is neither an ec program (.ec) nor a compiled one (.dro)");

@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "trace/value_text.h"
+
 CsvRows::CsvRows(const char* p) : path(p), display(strcmp(p, "-") == 0 ? "<stdin>" : p) {}
 
 CsvRows::~CsvRows() {
@@ -117,7 +119,7 @@ CsvRows::Line CsvRows::directive() {
   errno = 0;
   long n = strtol(digits.c_str(), &stop, 10);
   if (*stop != '\0' || n < 0 || errno == ERANGE || !isdigit(static_cast<unsigned char>(digits[0])))
-    return bad(1, "'" + digits + "' is not a count of instants");
+    return bad(1, quoted(digits) + " is not a count of instants");
   // So that no sum of counts can overflow.
   if (n > kMaxRepeat) return bad(1, "'repeat' counts at most " + std::to_string(kMaxRepeat) + " instants");
   repeat_count = n;

@@ -41,7 +41,7 @@ bool ProgramFlows::find(std::string_view name, FlowKind* kind, int* position) co
 const char* ProgramFlows::program_name() const { return program->name(); }
 
 std::string ProgramFlows::unknown(std::string_view name) const {
-  return "'" + std::string(name) + "' is not an input, output or local of " + program_name();
+  return quoted(name) + " is not an input, output or local of " + program_name();
 }
 
 void* ProgramFlows::local_location(size_t k) const {

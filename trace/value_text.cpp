@@ -182,8 +182,18 @@ bool parse_value(FlowType type, std::string_view text, FlowValue* v) {
   return false;
 }
 
+std::string quoted(std::string_view text) {
+  const size_t kShown = 40;
+  std::string shown = "'";
+  for (size_t k = 0; k < text.size() && k < kShown; k++) {
+    unsigned char c = static_cast<unsigned char>(text[k]);
+    shown += c < 0x20 || c == 0x7f ? '?' : static_cast<char>(c);
+  }
+  return shown + (text.size() > kShown ? "...'" : "'");
+}
+
 std::string not_a(FlowType type, std::string_view text) {
-  return "'" + std::string(text) + "' is not " + (type == FlowType::Int ? "an " : "a ") + flow_type_word(type);
+  return quoted(text) + " is not " + (type == FlowType::Int ? "an " : "a ") + flow_type_word(type);
 }
 
 FlowValue load_value(FlowType type, const void* loc) {

@@ -44,6 +44,9 @@ char* format_real(double v, char* out);
 // within 32 bits. Reals: as strtod reads a number (with nothing after it).
 bool parse_value(FlowType type, std::string_view text, FlowValue* v);
 
+// `text` quoted for a message: cut to 40 characters ("..." after), control
+// characters shown as '?', so that a line of junk gives a readable message.
+std::string quoted(std::string_view text);
 // "'<text>' is not an int" (a bool, a real): what a refused cell is not.
 std::string not_a(FlowType type, std::string_view text);
 
