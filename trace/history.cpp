@@ -62,7 +62,7 @@ void History::read(long k, InstantRecord* r) const {
   int8_t status;
   r->step = k + 1;
   r->after_reset = resets[k] != 0;
-  r->dropped = r->failed = false;
+  r->dropped = false;
   r->inputs.resize(input_slots.size());
   for (size_t i = 0; i < input_slots.size(); i++) get(row, input_slots[i], &status, &r->inputs[i]);
   r->outputs.resize(output_slots.size());

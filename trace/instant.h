@@ -33,7 +33,6 @@ struct InstantRecord {
   long step = 0;             // 1 for the run's first instant; a reset does not restart it
   bool after_reset = false;  // the program was reset just before this instant
   bool dropped = false;      // abandoned: the memories are as they were before it
-  bool failed = false;       // a compiled step failed: no output was read
   std::vector<FlowValue> inputs;
   std::vector<FlowValue> outputs;
   std::vector<FlowValue> locals;

@@ -12,14 +12,14 @@ void InstantRunner::run(const FlowValue* inputs, InstantRecord* record) {
   RPExe* program = flows.program;
   for (const Flow& f : flows.inputs) store_value(f.type, inputs[f.index], program->input_loc(f.index));
   record->problems.clear();
-  record->dropped = record->failed = false;
+  record->dropped = false;
 
   if (!split) {
     // A compiled program computes the whole instant in one call; a failed
     // one has no outputs to show, and its memories cannot be given back.
     if (program->step() != 0) {
       record->inputs.assign(inputs, inputs + flows.inputs.size());
-      record->failed = record->dropped = true;
+      record->dropped = true;
       record->problems.push_back({Problem::Step, 0, 0});
       record->output_status.assign(flows.outputs.size(), RP_ABSENT);
       record->assert_status.clear();
