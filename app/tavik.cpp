@@ -23,6 +23,8 @@ const char Tavik::OK[] = "ok";
 const char Tavik::CONTINUE[] = "continue step";
 const char Tavik::ABORT[] = "abort step";
 
+static int step_back_command(ClientData session, Tcl_Interp* interp, int, const char*[]);
+
 Tavik::Tavik(Tcl_Interp* i, TavikArgs* a) : args(a), interp(i) { init(); }
 
 // The history records the locals of programs that have at most this many:
@@ -100,9 +102,62 @@ void Tavik::init() {
   // that it may use them; the menu needs the window.
   flows = new ProgramFlows(program, program->nb_locals() <= kRecordedLocals);
   history = new History(*flows);
+  at_reset = save_random_state();
   history_command_init(interp, history);
+  Tcl_CreateCommand(interp, "tavik_step_back", step_back_command, this, nullptr);
   panel->init_loop(args->dbgtk, this, tavik_reset, tavik_step, rc_file, commands);
   add_history_menu();
+}
+
+// tavik_step_back: 1 when it stepped back, 0 when there was nothing to.
+static int step_back_command(ClientData session, Tcl_Interp* interp, int, const char*[]) {
+  Tcl_SetObjResult(interp, Tcl_NewIntObj(static_cast<Tavik*>(session)->step_back()));
+  return TCL_OK;
+}
+
+int Tavik::step_back() {
+  long n = history->size();
+  if (n == 0 || history->reset_pending()) return 0;
+  long first = n - 1;
+  while (first > 0 && !history->after_reset(first)) first--;
+  // From the last reset again, silently: no dialog, no Tcl variable moves.
+  program->reset_history();
+  restore_random_state(at_reset);
+  InstantRunner runner(*flows, ProblemPolicy::Continue);
+  InstantRecord record, replayed;
+  for (long k = first; k < n - 1; k++) {
+    history->read(k, &record);
+    runner.run(record.inputs.data(), &replayed);
+  }
+  history->drop_last();
+  if (n - 1 > first) history->read(n - 2, &record);
+  show_instant(n - 1 > first ? &record : nullptr);
+  Tcl_SetVar2Ex(interp, "Global", "step_ctr", Tcl_NewLongObj(n - 1 - first), TCL_GLOBAL_ONLY);
+  return 1;
+}
+
+void Tavik::show_instant(const InstantRecord* record) {
+  const char* automatic = Tcl_GetVar2(interp, "Global", "auto_step", TCL_GLOBAL_ONLY);
+  bool pulses = automatic && strcmp(automatic, "0") != 0;
+  char text[kValueTextMax + 1];
+  for (const Flow& f : flows->inputs) {
+    // In Auto Step mode a bool input is true only while its button steps.
+    FlowValue v = record ? record->inputs[f.index] : FlowValue{0};
+    if (f.type == FlowType::Bool && pulses) v.i = 0;
+    *format_value(f.type, v, text) = '\0';
+    Tcl_SetVar2(interp, "InputVars", f.name, text, TCL_GLOBAL_ONLY);
+  }
+  for (const Flow& f : flows->outputs) {
+    if (record) {
+      panel->import_loop_output(f.index, program->output_loc(f.index));
+      continue;
+    }
+    // Before any instant after a reset the panel shows 0, before the first
+    // of the session "?" (a bool, whose trace reads a boolean, shows 0).
+    bool started = history->reset_pending();
+    const char* shown = started || f.type == FlowType::Bool ? "0" : "?";
+    Tcl_SetVar2(interp, "OutputVars", f.name, shown, TCL_GLOBAL_ONLY);
+  }
 }
 
 void Tavik::add_history_menu() {
@@ -283,5 +338,6 @@ int tavik_reset(void* session) {
   Tavik* t = static_cast<Tavik*>(session);
   t->program->reset_history();
   t->history->reset();
+  t->at_reset = save_random_state();
   return 1;
 }

@@ -7,6 +7,7 @@
 #include <tcl.h>
 
 #include "app/tavik_args.h"
+#include "ecexe/random_state.h"
 #include "ecexe/rp_exe.h"
 #include "foundations/symbol_table.h"
 #include "panel/io_panel.h"
@@ -59,6 +60,14 @@ class Tavik {
   // with them when there are at most kRecordedLocals); `taken` holds the
   // instant being completed.
   static const int kRecordedLocals;
+  // The generator's state at the last reset (or the start), from which the
+  // instants since are run again when stepping back.
+  RandomState at_reset;
+
+  // Steps back over the last completed instant since the last reset: the
+  // program, the panel's inputs and outputs, the step counter and the
+  // history are as they were before it. 0 when there is none to step back.
+  int step_back();
   ProgramFlows* flows = nullptr;
   History* history = nullptr;
   InstantRecord taken;
@@ -73,6 +82,9 @@ class Tavik {
   int check_side(bool inputs);
   // Adds the History menu and its commands to the window.
   void add_history_menu();
+  // Shows in the panel the inputs and outputs of `record`, or those of the
+  // first instant's start when it is null.
+  void show_instant(const InstantRecord* record);
 };
 
 // The loop's callbacks, `session` being the Tavik. tavik_step's result is

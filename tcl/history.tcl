@@ -28,6 +28,7 @@ proc tavik::AddMenu {} {
     set ::Global(history_menu) .menu.history.m
     set m [menu .menu.history.m]
     $m add command -label "Chronogram" -underline 0 -command tavik::chronogram
+    $m add command -label "Step Back" -underline 5 -accelerator Ctrl+Z -command tavik::step_back
     $m add separator
     $m add command -label "Save Scenario..." -underline 0 -command {tavik::Guard tavik::save_scenario}
     $m add command -label "Replay Scenario..." -underline 0 -command {tavik::Guard tavik::replay}
@@ -40,6 +41,19 @@ proc tavik::AddMenu {} {
         pack .menu.history -in .menu -side left
     }
 }
+
+# tavik::step_back -- puts the program, the panel, the step counter and the
+# history back where they were before the last completed instant (not
+# before the last reset); 1 when it did, 0 when there was no instant to undo.
+proc tavik::step_back {} {
+    variable replay
+    # The outputs are written as a step writes them, into the variables of
+    # the calling scope: make it the global one, as TreatStep does.
+    global OutputVars
+    if {$replay(active)} { return 0 }
+    return [tavik_step_back]
+}
+bind all <Control-z> tavik::step_back
 
 # A menu action's error is shown to the user, not as a Tcl error.
 proc tavik::Guard {script} {

@@ -57,6 +57,13 @@ void History::record(const InstantRecord& r) {
 
 void History::reset() { pending_reset = true; }
 
+void History::drop_last() {
+  if (count == 0) return;
+  count--;
+  pending_reset = resets[count] != 0;
+  resets.pop_back();
+}
+
 void History::read(long k, InstantRecord* r) const {
   const uint8_t* row = rows.data() + static_cast<size_t>(k) * width;
   int8_t status;

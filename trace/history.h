@@ -26,6 +26,9 @@ class History {
   // reset.
   void reset();
 
+  // Forgets the last instant. A reset that came before it stays, pending.
+  void drop_last();
+
   long size() const { return count; }
   // Instant k (0-based) back in `record`, its problems listed as the window
   // showed them when the user went on.
