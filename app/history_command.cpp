@@ -14,6 +14,10 @@
 //                          the number of instants it holds
 //   replay_next            the next event of that scenario: {instant VALUES}
 //                          (one text per input), reset, or end
+//   until CONDITION        compiles a condition in ec over the program's flows;
+//                          an error says what is wrong and where in it
+//   until_holds            runs the condition on the last recorded instant:
+//                          1 when it holds
 #include "app/history_command.h"
 
 #include <cstring>
@@ -22,6 +26,7 @@
 
 #include "ecexe/rp_exe.h"
 #include "trace/history.h"
+#include "trace/observer.h"
 #include "trace/scenario.h"
 #include "trace/vcd_writer.h"
 
@@ -30,6 +35,7 @@ namespace {
 struct HistoryCommand {
   History* history;
   std::unique_ptr<ScenarioReader> replay;
+  std::unique_ptr<Observer> until;
 };
 
 Tcl_Obj* cell(FlowType type, FlowValue v, int status) {
@@ -113,11 +119,11 @@ int replay_next(Tcl_Interp* interp, HistoryCommand* c) {
 int history_cmd(ClientData data, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
   HistoryCommand* c = static_cast<HistoryCommand*>(data);
   History& h = *c->history;
-  static const char* const subcommands[] = {"size", "flows", "rows", "reset_pending", "save_scenario",
-                                            "export", "replay_open", "replay_next", nullptr};
-  enum { SIZE, FLOWS, ROWS, RESET_PENDING, SAVE_SCENARIO, EXPORT, REPLAY_OPEN, REPLAY_NEXT };
-  static const int words[] = {2, 2, 4, 2, 3, 4, 3, 2};
-  static const char* const usage[] = {"", "", "FROM TO", "", "FILE", "FILE csv|vcd", "FILE", ""};
+  static const char* const subcommands[] = {"size", "flows", "rows", "reset_pending", "save_scenario", "export",
+                                            "replay_open", "replay_next", "until", "until_holds", nullptr};
+  enum { SIZE, FLOWS, ROWS, RESET_PENDING, SAVE_SCENARIO, EXPORT, REPLAY_OPEN, REPLAY_NEXT, UNTIL, UNTIL_HOLDS };
+  static const int words[] = {2, 2, 4, 2, 3, 4, 3, 2, 3, 2};
+  static const char* const usage[] = {"", "", "FROM TO", "", "FILE", "FILE csv|vcd", "FILE", "", "CONDITION", ""};
   int index;
   if (objc < 2) {
     Tcl_WrongNumArgs(interp, 1, objv, "subcommand ?arg ...?");
@@ -172,6 +178,21 @@ int history_cmd(ClientData data, Tcl_Interp* interp, int objc, Tcl_Obj* const ob
       return TCL_OK;
     }
     case REPLAY_NEXT: return replay_next(interp, c);
+    case UNTIL: {
+      auto observer = std::make_unique<Observer>();
+      std::string error;
+      if (!observer->build(h.flows, Tcl_GetString(objv[2]), &error)) return fail(interp, error);
+      c->until = std::move(observer);
+      return TCL_OK;
+    }
+    case UNTIL_HOLDS: {
+      if (!c->until) return fail(interp, "tavik_history until_holds : no condition was compiled");
+      if (h.size() == 0) return fail(interp, "tavik_history until_holds : no instant was recorded");
+      InstantRecord r;
+      h.read(h.size() - 1, &r);
+      Tcl_SetObjResult(interp, Tcl_NewIntObj(c->until->holds(r)));
+      return TCL_OK;
+    }
   }
   return TCL_OK;
 }
@@ -179,5 +200,5 @@ int history_cmd(ClientData data, Tcl_Interp* interp, int objc, Tcl_Obj* const ob
 }  // namespace
 
 void history_command_init(Tcl_Interp* interp, History* history) {
-  Tcl_CreateObjCommand(interp, "tavik_history", history_cmd, new HistoryCommand{history, nullptr}, nullptr);
+  Tcl_CreateObjCommand(interp, "tavik_history", history_cmd, new HistoryCommand{history, nullptr, nullptr}, nullptr);
 }

@@ -13,7 +13,8 @@ namespace eval tavik {
     array set chrono {px 24 locals 0 plot 0 follow 1 pending {} drawn 0}
     # The replay: its policy (stop or continue), progress and controls.
     variable replay
-    array set replay {active 0 paused 0 policy stop done 0 shown 0 total 0 problems 0 dialogs 0 stop_asked 0 status {}}
+    array set replay {active 0 paused 0 policy stop mode replay condition {} done 0 shown 0 total 0 problems 0
+                      dialogs 0 stop_asked 0 status {}}
     variable lane_height 24
     variable plot_height 44
     variable name_width 130
@@ -29,6 +30,7 @@ proc tavik::AddMenu {} {
     set m [menu .menu.history.m]
     $m add command -label "Chronogram" -underline 0 -command tavik::chronogram
     $m add command -label "Step Back" -underline 5 -accelerator Ctrl+Z -command tavik::step_back
+    $m add command -label "Run..." -underline 0 -command tavik::RunDialog
     $m add separator
     $m add command -label "Save Scenario..." -underline 0 -command {tavik::Guard tavik::save_scenario}
     $m add command -label "Replay Scenario..." -underline 0 -command {tavik::Guard tavik::replay}
@@ -111,8 +113,8 @@ proc tavik::replay {{file ""} {policy ""}} {
     }
     if {$policy ni {stop continue}} { error "the replay policy is stop or continue, not '$policy'" }
     set total [tavik_history replay_open $file]
-    array set replay [list active 1 paused 0 policy $policy done 0 shown 0 total $total problems 0 dialogs 0 \
-                          stop_asked 0 status "replaying [file tail $file]"]
+    array set replay [list active 1 paused 0 policy $policy mode replay condition {} done 0 shown 0 \
+                          total $total problems 0 dialogs 0 stop_asked 0 status "replaying [file tail $file]"]
     WrapDialogs 1
     ReplayWindow
     after idle tavik::ReplayChunk
@@ -142,10 +144,16 @@ proc tavik::ReplayChunk {} {
     if {!$replay(active) || $replay(paused)} return
     set until [expr {[clock milliseconds] + 40}]
     while {[clock milliseconds] < $until} {
-        set event [tavik_history replay_next]
+        set event [NextEvent]
         switch -- [lindex $event 0] {
             end {
-                ReplayEnd "replayed $replay(done) instants, $replay(problems) with run-time problems"
+                if {$replay(mode) eq "replay"} {
+                    ReplayEnd "replayed $replay(done) instants, $replay(problems) with run-time problems"
+                } elseif {$replay(condition) eq ""} {
+                    ReplayEnd "ran $replay(done) instants"
+                } else {
+                    ReplayEnd "ran $replay(done) instants, the condition did not hold"
+                }
                 return
             }
             reset { TreatReset }
@@ -156,6 +164,7 @@ proc tavik::ReplayChunk {} {
                     if {$::InputVars($name) ne $value} { set ::InputVars($name) $value }
                 }
                 set dialogs $replay(dialogs)
+                set recorded [tavik_history size]
                 TreatStep
                 incr replay(done)
                 if {$replay(dialogs) != $dialogs} { incr replay(problems) }
@@ -163,14 +172,92 @@ proc tavik::ReplayChunk {} {
                     ReplayEnd "stopped at instant $replay(done) of $replay(total): a run-time problem"
                     return
                 }
+                if {$replay(condition) ne "" && [tavik_history size] > $recorded && [tavik_history until_holds]} {
+                    ReplayEnd "the condition holds at instant $replay(done) (step $::Global(step_ctr))"
+                    return
+                }
             }
         }
     }
     # The progress shown moves once a chunk: a widget traced at every
     # instant would cost each instant its redisplay's bookkeeping.
-    set replay(status) "instant $replay(done) of $replay(total)"
+    set replay(status) [expr {$replay(total) > 0 ? "instant $replay(done) of $replay(total)" : "instant $replay(done)"}]
     set replay(shown) $replay(done)
     after 1 tavik::ReplayChunk
+}
+
+# The next event of a replay's scenario; a run's next instant keeps the
+# inputs as they are set, up to its number of instants (0: no bound).
+proc tavik::NextEvent {} {
+    variable replay
+    if {$replay(mode) eq "replay"} { return [tavik_history replay_next] }
+    if {$replay(total) > 0 && $replay(done) >= $replay(total)} { return end }
+    return [list instant [lmap name $::Global(input_names) { set ::InputVars($name) }]]
+}
+
+# tavik::run ?-instants N? ?-until CONDITION? -- runs instants with the
+# inputs as they are set, at most N (0 or none: no bound, then a condition
+# is needed), until CONDITION, a boolean expression in ec over the program's
+# inputs, outputs and recorded locals, holds. Each instant is a Step; at a
+# run-time problem its dialog is shown and the run stops after it. Runs in
+# the background; an error in the condition is a Tcl error that says where.
+proc tavik::run {args} {
+    variable replay
+    if {$replay(active)} { error "a run or a replay is already going on" }
+    set instants 0
+    set condition ""
+    foreach {option value} $args {
+        switch -- $option {
+            -instants {
+                if {![string is integer -strict $value] || $value < 0} {
+                    error "-instants needs a whole number of at least 0, not '$value'"
+                }
+                set instants $value
+            }
+            -until { set condition [string trim $value] }
+            default { error "bad option '$option': -instants or -until" }
+        }
+    }
+    if {$instants == 0 && $condition eq ""} { error "give a number of instants, a condition, or both" }
+    if {$condition ne ""} { tavik_history until $condition }
+    array set replay [list active 1 paused 0 policy stop mode run condition $condition done 0 shown 0 \
+                          total $instants problems 0 dialogs 0 stop_asked 0 \
+                          status [expr {$condition eq "" ? "running" : "running until $condition"}]]
+    WrapDialogs 1
+    ReplayWindow
+    after idle tavik::ReplayChunk
+    return $instants
+}
+
+# The Run dialog: a number of instants and a condition, and what went wrong.
+proc tavik::RunDialog {} {
+    variable run_form
+    if {[winfo exists .run]} { raise .run; return }
+    # The entries would make the fields, empty: the defaults come first.
+    if {![info exists run_form(instants)]} { array set run_form {instants 100 condition {} error {}} }
+    toplevel .run
+    wm title .run "Run - $::Global(module_name)"
+    label .run.ln -text "Instants (0: no bound)" -anchor w
+    entry .run.n -textvariable tavik::run_form(instants) -width 10
+    label .run.lc -text "Until (ec, e.g. count >= 10)" -anchor w
+    entry .run.c -textvariable tavik::run_form(condition) -width 40
+    label .run.error -textvariable tavik::run_form(error) -foreground #c00000 -anchor w -wraplength 360 -justify left
+    button .run.go -text Run -command tavik::RunFromDialog
+    button .run.close -text Close -command {destroy .run}
+    grid .run.ln .run.n -sticky w -padx 4 -pady 2
+    grid .run.lc .run.c -sticky we -padx 4 -pady 2
+    grid .run.error - -sticky we -padx 4
+    grid .run.go .run.close -pady 6
+    bind .run.c <Return> tavik::RunFromDialog
+}
+
+proc tavik::RunFromDialog {} {
+    variable run_form
+    set run_form(error) ""
+    set instants [string trim $run_form(instants)]
+    set words [list -instants [expr {$instants eq "" ? 0 : $instants}]]
+    if {[string trim $run_form(condition)] ne ""} { lappend words -until $run_form(condition) }
+    if {[catch {run {*}$words} message]} { set run_form(error) $message }
 }
 
 proc tavik::ReplayEnd {status} {
@@ -191,7 +278,7 @@ proc tavik::ReplayWindow {} {
     variable replay
     destroy .replay
     toplevel .replay
-    wm title .replay "Replay - $::Global(module_name)"
+    wm title .replay "[expr {$replay(mode) eq "run" ? "Run" : "Replay"}] - $::Global(module_name)"
     label .replay.status -textvariable tavik::replay(status) -anchor w -width 48
     ttk::progressbar .replay.bar -length 320 -variable tavik::replay(shown) -maximum [expr {max(1, $replay(total))}]
     button .replay.pause -text Pause -command tavik::replay_pause
