@@ -39,15 +39,8 @@ struct HistoryCommand {
 };
 
 Tcl_Obj* cell(FlowType type, FlowValue v, int status) {
-  switch (status) {
-    case RP_DEFINED: {
-      char text[kValueTextMax];
-      return Tcl_NewStringObj(text, static_cast<int>(format_value(type, v, text) - text));
-    }
-    case RP_NIL: return Tcl_NewStringObj("nil", 3);
-    case RP_DIVBYZERO: return Tcl_NewStringObj("divbyzero", 9);
-    default: return Tcl_NewObj();
-  }
+  char text[kValueTextMax];
+  return Tcl_NewStringObj(text, static_cast<int>(format_cell(type, v, status, text) - text));
 }
 
 Tcl_Obj* assertion_cell(int status) {
@@ -154,7 +147,7 @@ int history_cmd(ClientData data, Tcl_Interp* interp, int objc, Tcl_Obj* const ob
       return TCL_OK;
     }
     case SAVE_SCENARIO: {
-      ScenarioWriter writer(h.flows, Tcl_GetString(objv[2]));
+      CsvTraceWriter writer(h.flows, Tcl_GetString(objv[2]), true);
       return write_history(interp, h, &writer);
     }
     case EXPORT: {

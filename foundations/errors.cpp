@@ -34,6 +34,24 @@ void ExitProcess(int status) {
 
 void FatalExit() { ExitProcess(fatal_status); }
 
+namespace {
+struct ProcessEnd {};
+void throw_process_end() { throw ProcessEnd{}; }
+}  // namespace
+
+bool survive_process_end(const std::function<void()>& body) {
+  void (*saved)() = fatal_hook;
+  fatal_hook = throw_process_end;
+  bool ended = false;
+  try {
+    body();
+  } catch (const ProcessEnd&) {
+    ended = true;
+  }
+  fatal_hook = saved;
+  return !ended;
+}
+
 int Verbose() { return VERBOSE; }
 
 // Writes one progress message, turning the terminal redraw characters into

@@ -6,6 +6,8 @@
 #ifndef FOUNDATIONS_ERRORS_H
 #define FOUNDATIONS_ERRORS_H
 
+#include <functional>
+
 #define TAVIK_PRINTF(f, a) __attribute__((format(printf, f, a)))
 
 extern int VERBOSE;            // 0 silences every Verbose message
@@ -43,6 +45,11 @@ void set_fatal_status(int status);
 // Runs `hook` (null: none) at every ExitProcess before the process ends. A
 // hook that does not return (a longjmp, an exception) keeps the process.
 void set_fatal_hook(void (*hook)());
+
+// Runs `body`; where it would end the process, it is left instead and the
+// result is false. For code that meets untrusted input (a condition typed in
+// the window, a fuzzed file): what the body built so far stays as it is.
+bool survive_process_end(const std::function<void()>& body);
 
 // "<tool> Error :", the message, a newline, then FatalExit.
 [[noreturn]] void Error(const char* fmt, ...) TAVIK_PRINTF(1, 2);

@@ -1,7 +1,7 @@
 // fuzz_support.h -- what every fuzz target shares: the system ends the
-// process on a fatal diagnostic, so a target turns that end into an
-// exception it catches (the input was refused, which is no fault), and it
-// hands the loaders, which read files, the input as a file.
+// process on a fatal diagnostic, so a target survives that end (the input
+// was refused, which is no fault), and it hands the loaders, which read
+// files, the input as a file.
 #ifndef FUZZ_FUZZ_SUPPORT_H
 #define FUZZ_FUZZ_SUPPORT_H
 
@@ -18,11 +18,6 @@
 
 namespace fuzzing {
 
-// Thrown by the fatal hook: the process would have ended here.
-struct ProcessEnd {};
-
-inline void throw_instead_of_exit() { throw ProcessEnd{}; }
-
 // The descriptors open before the first input; a refused input may leave a
 // file it was reading open, which the target closes after it.
 inline int& first_free_fd() {
@@ -32,7 +27,6 @@ inline int& first_free_fd() {
 
 inline void init() {
   if (first_free_fd() >= 0) return;
-  set_fatal_hook(throw_instead_of_exit);
   first_free_fd() = dup(0);
   close(first_free_fd());
 }
@@ -64,11 +58,7 @@ inline SymbolTable* symbols() {
 template <typename F>
 void guarded(F body) {
   init();
-  try {
-    body();
-  } catch (const ProcessEnd&) {
-    close_leaked_files();
-  }
+  if (!survive_process_end(body)) close_leaked_files();
 }
 
 }  // namespace fuzzing

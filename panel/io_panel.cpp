@@ -96,13 +96,12 @@ Panel* IOPanel::createPanelCol(PanelList* list) {
   return form;
 }
 
-// Sons are added at the front from the end of the list back, so that they
-// end up in list order.
+// The list is in display order: each son goes after the ones before it.
 void IOPanel::initPanelForm(PanelForm* form, PanelList* list) {
-  for (PanelList* cell = iop_list_reverse(list); cell;) {
-    PanelList* next = cell->next;
-    form->add_son(cell->panel);
-    delete cell;
-    cell = next;
+  while (list) {
+    PanelList* next = list->next;
+    form->append_son(list->panel);
+    delete list;
+    list = next;
   }
 }

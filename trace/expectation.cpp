@@ -111,17 +111,11 @@ bool Expectation::matches(const Flow& f, std::string_view cell, FlowValue got, i
   return std::fabs(got.d - want.d) <= tolerance * std::fmax(1.0, std::fabs(want.d));
 }
 
-// How the trace would show the value: its text, or its status.
+// How the trace would show the value: its cell, "absent" for an empty one.
 static std::string shown(const Flow& f, FlowValue v, int status) {
-  switch (status) {
-    case RP_DEFINED: {
-      char text[kValueTextMax];
-      return std::string(text, format_value(f.type, v, text));
-    }
-    case RP_NIL: return "nil";
-    case RP_DIVBYZERO: return "divbyzero";
-    default: return "absent";
-  }
+  char text[kValueTextMax];
+  char* end = format_cell(f.type, v, status, text);
+  return end == text ? "absent" : std::string(text, end);
 }
 
 void Expectation::differ(std::string line) {

@@ -82,7 +82,6 @@ void History::read(long k, InstantRecord* r) const {
     get(row, local_slots[i], &r->local_status[i], &r->locals[i]);
   r->assert_status.resize(assert_slots.size());
   for (size_t i = 0; i < assert_slots.size(); i++) r->assert_status[i] = static_cast<int8_t>(row[assert_slots[i].offset - 1]);
-  list_problems(r, true);
 }
 
 bool History::write(TraceWriter* writer, std::string* error) const {
@@ -90,6 +89,7 @@ bool History::write(TraceWriter* writer, std::string* error) const {
   InstantRecord r;
   for (long k = 0; k < count; k++) {
     read(k, &r);
+    list_problems(&r, true);
     if (r.after_reset) writer->reset();
     writer->instant(r);
   }

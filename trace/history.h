@@ -30,14 +30,14 @@ class History {
   void drop_last();
 
   long size() const { return count; }
-  // Instant k (0-based) back in `record`, its problems listed as the window
-  // showed them when the user went on.
+  // Instant k (0-based) back in `record`; its problems are not listed.
   void read(long k, InstantRecord* record) const;
   bool after_reset(long k) const { return resets[k] != 0; }
   // True when a reset came after the last instant.
   bool reset_pending() const { return pending_reset; }
 
-  // Writes the whole history to `writer`, resets included; false with
+  // Writes the whole history to `writer`, resets included, each instant's
+  // problems as the window showed them when the user went on; false with
   // `error` set when the file cannot be written.
   bool write(TraceWriter* writer, std::string* error) const;
 

@@ -17,11 +17,6 @@ namespace {
 // The name of the condition's output: no ec program's own names end so.
 const char kHolds[] = "run_until_holds__";
 
-// Thrown by the fatal hook while an observer loads: a fault in the
-// condition must not end the window.
-struct Refused {};
-void refuse() { throw Refused{}; }
-
 // The condition's words, one to a line from line 4 of the observer, so that
 // the line of a syntax error tells the word: their columns in the condition.
 std::string spread(const std::string& condition, std::vector<int>* columns) {
@@ -38,7 +33,7 @@ std::string spread(const std::string& condition, std::vector<int>* columns) {
 }
 
 // Runs `load` with the standard output and error in a temporary file, and
-// the process's fatal end turned into an exception; the texts it wrote.
+// the process kept where it would end; the texts it wrote.
 template <typename F>
 std::string captured(F load, bool* loaded) {
   fflush(stdout);
@@ -47,13 +42,8 @@ std::string captured(F load, bool* loaded) {
   int saved_out = dup(1), saved_err = dup(2);
   dup2(fileno(sink), 1);
   dup2(fileno(sink), 2);
-  set_fatal_hook(refuse);
-  try {
-    *loaded = load();
-  } catch (const Refused&) {
-    *loaded = false;
-  }
-  set_fatal_hook(nullptr);
+  // A fault in the condition must not end the window.
+  if (!survive_process_end([&] { *loaded = load(); })) *loaded = false;
   fflush(stdout);
   fflush(stderr);
   dup2(saved_out, 1);

@@ -42,16 +42,24 @@ bool TraceWriter::close(std::string* error) {
   return ok;
 }
 
+CsvTraceWriter::CsvTraceWriter(const ProgramFlows& f, const char* path, bool inputs)
+    : TraceWriter(f, path), inputs_only(inputs) {}
+
+// Every name and cell is written after a comma; a scenario, which has no
+// step column, leaves out the first.
 void CsvTraceWriter::start() {
   std::string header = "step";
   size_t cells = 0;
-  for (const std::vector<Flow>* list : {&flows.inputs, &flows.outputs, &flows.locals})
+  for (const std::vector<Flow>* list : {&flows.inputs, &flows.outputs, &flows.locals}) {
     for (const Flow& f : *list) {
       (header += ',') += f.name;
       cells++;
     }
-  header += ",problems\n";
-  put(header);
+    if (inputs_only) break;
+  }
+  header += inputs_only ? "\n" : ",problems\n";
+  size_t skip = inputs_only ? 5 : 0;  // "step,"
+  put(header.data() + skip, header.size() - skip);
   size_t problems = flows.nb_assertions + flows.outputs.size() + 1;
   row.resize(24 + cells * (kValueTextMax + 1) + problems * (kProblemTextMax + 2));
 }
@@ -60,17 +68,17 @@ void CsvTraceWriter::reset() { put("reset\n", 6); }
 
 char* CsvTraceWriter::cell(char* out, FlowType type, FlowValue value, int status) {
   *out++ = ',';
-  switch (status) {
-    case RP_DEFINED: return format_value(type, value, out);
-    case RP_NIL: memcpy(out, "nil", 3); return out + 3;
-    case RP_DIVBYZERO: memcpy(out, "divbyzero", 9); return out + 9;
-    default: return out;  // absent
-  }
+  return format_cell(type, value, status, out);
 }
 
 void CsvTraceWriter::instant(const InstantRecord& r) {
-  char* out = std::to_chars(row.data(), row.data() + 24, r.step).ptr;
+  char* out = inputs_only ? row.data() : std::to_chars(row.data(), row.data() + 24, r.step).ptr;
   for (const Flow& f : flows.inputs) out = cell(out, f.type, r.inputs[f.index], RP_DEFINED);
+  if (inputs_only) {
+    *out++ = '\n';
+    put(row.data() + 1, out - row.data() - 1);
+    return;
+  }
   for (const Flow& f : flows.outputs) out = cell(out, f.type, r.outputs[f.index], r.output_status[f.index]);
   for (size_t k = 0; k < flows.locals.size(); k++)
     out = cell(out, flows.locals[k].type, r.locals[k], r.local_status[k]);
@@ -84,24 +92,4 @@ void CsvTraceWriter::instant(const InstantRecord& r) {
   }
   *out++ = '\n';
   put(row.data(), out - row.data());
-}
-
-void ScenarioWriter::start() {
-  row.clear();
-  for (const Flow& f : flows.inputs) (row += row.empty() ? "" : ",") += f.name;
-  row += '\n';
-  put(row);
-}
-
-void ScenarioWriter::reset() { put("reset\n", 6); }
-
-void ScenarioWriter::instant(const InstantRecord& r) {
-  row.clear();
-  char text[kValueTextMax];
-  for (const Flow& f : flows.inputs) {
-    if (f.index > 0) row += ',';
-    row.append(text, format_value(f.type, r.inputs[f.index], text));
-  }
-  row += '\n';
-  put(row);
 }

@@ -48,10 +48,11 @@ class TraceWriter {
 // a row per instant and a line "reset" per reset, so that it reads back
 // as a scenario. Values are written as the window shows them; a status
 // that is not a value as "nil" or "divbyzero", an absent flow as an empty
-// cell. The problems are the dialogs' texts, separated by "; ".
+// cell. The problems are the dialogs' texts, separated by "; ". With
+// `inputs_only`, the scenario alone: the inputs' columns and the resets.
 class CsvTraceWriter : public TraceWriter {
  public:
-  using TraceWriter::TraceWriter;
+  CsvTraceWriter(const ProgramFlows& flows, const char* path, bool inputs_only = false);
   void reset() override;
   void instant(const InstantRecord& record) override;
 
@@ -61,22 +62,8 @@ class CsvTraceWriter : public TraceWriter {
  private:
   // Writes a cell at `out`, its comma first; returns its end.
   static char* cell(char* out, FlowType type, FlowValue value, int status);
+  bool inputs_only;
   std::vector<char> row;  // room for the longest row
-};
-
-// A scenario: the inputs of each instant and the resets, in the format
-// scenarios are read in, so that running it again gives the same instants.
-class ScenarioWriter : public TraceWriter {
- public:
-  using TraceWriter::TraceWriter;
-  void reset() override;
-  void instant(const InstantRecord& record) override;
-
- protected:
-  void start() override;
-
- private:
-  std::string row;
 };
 
 #endif

@@ -10,6 +10,8 @@
 #include <cstring>
 #include <string>
 
+#include "ecexe/rp_exe.h"
+
 FlowType flow_type(const char* type_name) {
   if (strcmp(type_name, "bool") == 0) return FlowType::Bool;
   if (strcmp(type_name, "int") == 0) return FlowType::Int;
@@ -101,6 +103,15 @@ char* format_value(FlowType type, FlowValue v, char* out) {
     case FlowType::Extern: break;
   }
   return out;
+}
+
+char* format_cell(FlowType type, FlowValue v, int status, char* out) {
+  switch (status) {
+    case RP_DEFINED: return format_value(type, v, out);
+    case RP_NIL: memcpy(out, "nil", 3); return out + 3;
+    case RP_DIVBYZERO: memcpy(out, "divbyzero", 9); return out + 9;
+    default: return out;  // absent
+  }
 }
 
 static bool same_word(std::string_view text, const char* word) {

@@ -35,6 +35,10 @@ constexpr int kValueTextMax = 32;
 // Writes the text of `v` at `out` (which has room for kValueTextMax bytes)
 // and returns the end of the text; nothing is terminated.
 char* format_value(FlowType type, FlowValue v, char* out);
+// The text of a flow's cell in a trace: its value when `status` is
+// RP_DEFINED, "nil" or "divbyzero", nothing when it is absent. Same room
+// and result as format_value.
+char* format_cell(FlowType type, FlowValue v, int status, char* out);
 // A double as Tcl_PrintDouble writes it with tcl_precision 0: "1.0",
 // "0.1", "1e-5", "1.2345678901234568e+17", "Inf", "-Inf", "NaN".
 char* format_real(double v, char* out);
