@@ -3,7 +3,8 @@
 // leaves up and compared with the declarations. A leaf carries its
 // identifier's declared type and clock; the type and clock cached on an
 // operator are never read, since the parser fills them with what the
-// equation should give.
+// equation should give. The clock inferred for an operator is cached on it
+// for the normaliser.
 #include "network/net_check.h"
 
 #include <sys/stat.h>
@@ -254,7 +255,15 @@ void Checker::check_tuple(IntList* names, Exp* rhs) {
 /* ------------------------------------------------------------- inference */
 
 Flow Checker::infer(Exp* e) {
-  if (!e->is_leaf()) return infer_operator(e);
+  if (!e->is_leaf()) {
+    // The clock an operator caches for the normaliser is its first
+    // operand's, which is wrong when that operand is a constant and another
+    // is on a slower clock (1 + (x when c) is on c): the clock inferred here
+    // takes its place. A node of constants only keeps the base clock.
+    Flow f = infer_operator(e);
+    if (!is_free(f.clock)) e->clock = f.clock;
+    return f;
+  }
   if (e->nature == CONST_n) return {e->type, kAnyClock};
   return {e->type, declared_clock(e->clock)};
 }

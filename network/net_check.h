@@ -16,6 +16,8 @@ class Net;
 // the normaliser and the evaluator report themselves (an undefined variable
 // or an undeclared clock of an output or a local, an assertion that is not
 // boolean, an operator or a function the evaluator lacks) are left to them.
+// Each operator on a clock keeps the clock inferred for it, which the
+// normaliser reads.
 void check_program(Net* net, const char* file);
 
 #endif
