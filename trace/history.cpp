@@ -1,7 +1,6 @@
 // history.cpp -- recording a session's instants compactly.
 #include "trace/history.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "ecexe/rp_exe.h"
@@ -24,6 +23,7 @@ History::History(const ProgramFlows& f) : flows(f) {
     assert_slots.push_back({width + 1, 0});
     width += 1;
   }
+  rows = std::make_unique<RowStore>(width);
 }
 
 void History::put(uint8_t* row, const Slot& s, int status, FlowValue v) {
@@ -41,11 +41,7 @@ void History::get(const uint8_t* row, const Slot& s, int8_t* status, FlowValue* 
 }
 
 void History::record(const InstantRecord& r) {
-  // The array grows by doubling, not by a row at a time: each growth
-  // zero-fills what it adds, which would cost each instant a row again.
-  size_t end = static_cast<size_t>(count + 1) * width;
-  if (end > rows.size()) rows.resize(std::max(end, 2 * rows.size()));
-  uint8_t* row = rows.data() + end - width;
+  uint8_t* row = rows->room_for(static_cast<size_t>(count));
   for (size_t i = 0; i < input_slots.size(); i++) put(row, input_slots[i], RP_DEFINED, r.inputs[i]);
   for (size_t i = 0; i < output_slots.size(); i++) put(row, output_slots[i], r.output_status[i], r.outputs[i]);
   for (size_t i = 0; i < local_slots.size(); i++) put(row, local_slots[i], r.local_status[i], r.locals[i]);
@@ -65,7 +61,7 @@ void History::drop_last() {
 }
 
 void History::read(long k, InstantRecord* r) const {
-  const uint8_t* row = rows.data() + static_cast<size_t>(k) * width;
+  const uint8_t* row = rows->row(static_cast<size_t>(k));
   int8_t status;
   r->step = k + 1;
   r->after_reset = resets[k] != 0;

@@ -1,15 +1,17 @@
 // history.h -- the recorded history of a session: every instant that
 // completed (its inputs, outputs, assertion statuses and locals, with
 // their statuses) and every reset, in order. An instant is one row of
-// fixed width in one byte array: a status byte per output, local and
+// fixed width in a store of rows: a status byte per output, local and
 // assertion, and 4 bytes per bool or int value, 8 per real. Reading an
 // instant back gives what the program gave, bit for bit.
 #ifndef TRACE_HISTORY_H
 #define TRACE_HISTORY_H
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
+#include "foundations/row_store.h"
 #include "trace/instant.h"
 #include "trace/program_flows.h"
 #include "trace/trace_writer.h"
@@ -56,7 +58,7 @@ class History {
   std::vector<Slot> input_slots, output_slots, local_slots, assert_slots;
   uint32_t width = 0;  // bytes per instant
   long count = 0;
-  std::vector<uint8_t> rows;  // the instants, then room for more
+  std::unique_ptr<RowStore> rows;  // the instants, then room for more
   std::vector<uint8_t> resets;  // by instant: 1 when a reset came before it
   bool pending_reset = false;
 };
