@@ -7,7 +7,11 @@
 
 namespace {
 
-constexpr size_t kDeepStackSize = size_t{1} << 30;
+// A build may ask for less (the fuzzing build, whose inputs are small).
+#ifndef TAVIK_DEEP_STACK_MB
+#define TAVIK_DEEP_STACK_MB 1024
+#endif
+constexpr size_t kDeepStackSize = size_t{TAVIK_DEEP_STACK_MB} << 20;
 
 thread_local bool on_deep_stack = false;
 
