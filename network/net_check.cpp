@@ -203,8 +203,12 @@ void Checker::check_equations() {
     equation = &eq;
     check_definition(eq, defined_at);
     IdentInfo* info = net->get_ident_info(eq.name);
-    if (info->mode == ASSERT_ID) infer(eq.exp);  // its type is the evaluator's to check
-    else if (eq.tuple) check_tuple(eq.tuple, eq.exp);
+    if (info->mode == ASSERT_ID) {
+      // Its type is the evaluator's to check; its clock, which the parser
+      // took from the first operand, is the one inferred.
+      Flow f = infer(eq.exp);
+      if (!is_free(f.clock)) info->clock = f.clock;
+    } else if (eq.tuple) check_tuple(eq.tuple, eq.exp);
     else check_variable(info, eq.exp);
   }
 }

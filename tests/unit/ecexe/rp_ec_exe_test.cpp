@@ -114,10 +114,12 @@ TEST(RPEcExeTest, ProgramsFollowHandTraces) {
        {"F 9", "T 1", "F 5", "T 2", "T 4", "reset", "F 5", "T 4", "F 0", "T 1"},
        "!1 nil - | 1 1 | 1 - | 3 3 | 7 7 | reset | !1 nil - | 4 4 | 4 - | 5 5"},
       // A constant takes the clock of the flow beside it, first operand or
-      // not: both sums are on c, and current holds them while c is false.
+      // not: both sums are on c, current holds them while c is false, and
+      // the assertion is not checked then.
       {"node s(c: bool; x: int) returns (y, z: int);\n"
-       "let y = current (1 + (x when c)); z = current (if true then (x when c) else 0); tel.\n",
-       {"T 1", "F 5", "T 2"},
+       "let y = current (1 + (x when c)); z = current (if true then (x when c) else 0);"
+       " assert 0 < (x when c); tel.\n",
+       {"T 1", "F -5", "T 2"},
        "2 1 | 2 1 | 3 2"},
       // A clock on a clock: m runs where c and d are both true, and two
       // currents bring it back to the base clock.
