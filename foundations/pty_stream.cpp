@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <vector>
+#include <memory>
 
 static FILE* open_path(const char* path) {
   if (strcmp(path, "stdout") == 0) return stdout;
@@ -94,23 +94,30 @@ void PtyStream::put(const char* fmt, ...) {
 }
 
 void PtyStream::vput(const char* fmt, va_list ap) {
-  std::vector<char> text(strlen(fmt) * 10 + 1024);
+  // A script is written a few words at a time: a text that fits is
+  // formatted on the stack, not in a buffer asked of the allocator.
+  char local[512];
+  std::unique_ptr<char[]> heap;
+  char* text = local;
   va_list again;
   va_copy(again, ap);
-  int needed = vsnprintf(text.data(), text.size(), fmt, ap);
-  if (needed >= static_cast<int>(text.size())) {
-    text.assign(needed + 1, '\0');
-    vsnprintf(text.data(), text.size(), fmt, again);
+  int needed = vsnprintf(local, sizeof local, fmt, ap);
+  if (needed >= static_cast<int>(sizeof local)) {
+    heap.reset(new char[needed + 1]);
+    text = heap.get();
+    vsnprintf(text, needed + 1, fmt, again);
   }
   va_end(again);
   if (needed < 0) return;
 
-  // Each piece ends at a '\n', a '\f' or the end of the text.
-  const char* piece = text.data();
+  // Each piece ends at a '\n', a '\f' or the end of the text (which may
+  // hold a '\0' of a %c).
+  const char* piece = text;
   const char* end = piece + needed;
   for (;;) {
-    const char* stop = piece;
-    while (stop < end && *stop != '\n' && *stop != '\f') stop++;
+    const char* stop = piece + strcspn(piece, "\n\f");
+    while (stop < end && *stop == '\0') stop += 1 + strcspn(stop + 1, "\n\f");
+    if (stop > end) stop = end;
     place(piece, static_cast<int>(stop - piece));
     if (stop == end) return;
     if (*stop == '\n') cr(); else lf();
