@@ -111,13 +111,12 @@ void PtyStream::vput(const char* fmt, va_list ap) {
   if (needed < 0) return;
 
   // Each piece ends at a '\n', a '\f' or the end of the text (which may
-  // hold a '\0' of a %c).
+  // hold a '\0' of a %c; the text's own '\0' stops every scan at its end).
   const char* piece = text;
   const char* end = piece + needed;
   for (;;) {
     const char* stop = piece + strcspn(piece, "\n\f");
     while (stop < end && *stop == '\0') stop += 1 + strcspn(stop + 1, "\n\f");
-    if (stop > end) stop = end;
     place(piece, static_cast<int>(stop - piece));
     if (stop == end) return;
     if (*stop == '\n') cr(); else lf();

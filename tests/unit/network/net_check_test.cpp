@@ -26,12 +26,16 @@ const char kHeader[] =
     "var x: bool; z: real; (yc: int) when c; u, v: int; n, b: int;\n"
     "let\n";
 
-void expect_refused(const std::string& body, const std::string& message) {
-  std::string path = nettest::write_temp(kHeader + body + "\ntel\n");
+void expect_program_refused(const std::string& program, const std::string& message) {
+  std::string path = nettest::write_temp(program);
   Net* net = nettest::parse_file(path);
   EXPECT_EXIT(check_program(net, path.c_str()), ::testing::ExitedWithCode(1),
               literal(" Error :\n" + path + ":" + message + "\n"))
-      << body;
+      << program;
+}
+
+void expect_refused(const std::string& body, const std::string& message) {
+  expect_program_refused(kHeader + body + "\ntel\n", message);
 }
 
 TEST(NetCheckDeathTest, EachKindOfErrorIsRefusedWithItsLineVariableAndReason) {
@@ -70,11 +74,7 @@ TEST(NetCheckDeathTest, DeclarationsAreRefusedAtTheirLine) {
       {"node t(i: int)\nreturns (y: int);\nvar (k: bool) when k2; (k2: bool) when k;\nlet tel\n",
        "3: the clock of 'k' depends on itself: k when k2 when k"},
   };
-  for (const auto& c : cases) {
-    std::string path = nettest::write_temp(c.program);
-    EXPECT_EXIT(check_program(nettest::parse_file(path), path.c_str()), ::testing::ExitedWithCode(1),
-                literal(" Error :\n" + path + ":" + c.message + "\n"));
-  }
+  for (const auto& c : cases) expect_program_refused(c.program, c.message);
 }
 
 TEST(NetCheckDeathTest, AFileWithoutANodeIsRefused) {
