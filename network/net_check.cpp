@@ -327,7 +327,8 @@ Flow Checker::combine(Exp* e, const Flow* f, int first, TypeRule rule) {
   for (int k = first; k < e->arity; k++) {
     Exp* x = e->operands[k];
     if (!fits(f[k].type, rule))
-      fail("'%s' needs %s%s operand%s, %s is %s", op_name(e), e->arity > 1 ? "" : "a ", wanted[rule],
+      fail("'%s' needs %s%s operand%s, %s is %s", op_name(e),
+           e->arity > 1 ? "" : wanted[rule][0] == 'i' ? "an " : "a ", wanted[rule],
            e->arity > 1 ? "s" : "", text(x).c_str(), type_text(f[k].type).c_str());
     if (rule != kBool && f[k].type != f[first].type)
       fail("'%s' needs operands of one type, %s is %s, %s is %s", op_name(e),

@@ -45,6 +45,7 @@ TEST(NetCheckDeathTest, EachKindOfErrorIsRefusedWithItsLineVariableAndReason) {
   } cases[] = {
       {"y = i + f;", "6: 'y' = i + f: '+' needs int or real operands, f is bool"},
       {"x = not i;", "6: 'x' = not i: 'not' needs a bool operand, i is int"},
+      {"y = - f;", "6: 'y' = - f: '-' needs an int or real operand, f is bool"},
       {"x = i < r;", "6: 'x' = i < r: '<' needs operands of one type, i is int, r is real"},
       {"y = if f then i else r;", "6: 'y' = if f then i else r: 'if' needs operands of one type, i is int, r is real"},
       {"y = if i then i else 0;", "6: 'y' = if i then i else 0: 'if' needs a bool condition, i is int"},
