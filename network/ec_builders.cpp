@@ -7,6 +7,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <utility>
+#include <vector>
 
 #include "foundations/errors.h"
 #include "foundations/int_list.h"
@@ -27,6 +30,22 @@ int real2int_undef = 1;
 using ec::net;
 using ec::Symbols;
 
+namespace {
+
+const char* parsed_path = nullptr;  // the file being parsed, for messages
+
+// The literals 2147483648 read and not yet taken by a unary minus, each a
+// node of its own, with its line. Only the last can be taken: a unary
+// minus follows its operand's reduction at once.
+std::vector<std::pair<Exp*, int>> unsigned_minima;
+
+[[noreturn]] void refuse_literal(const char* text, int line) {
+  Error("%s:%d: the integer %s is beyond 32 bits (an int is from -2147483648 to 2147483647)", parsed_path, line,
+        text);
+}
+
+}  // namespace
+
 int EcParse(Net* n, SymbolTable* s, const char* path) {
   FILE* f = fopen(path, "r");
   if (!f) {
@@ -40,11 +59,14 @@ int EcParse(Net* n, SymbolTable* s, const char* path) {
   ec::int2real_undef = 1;
   ec::real2int_undef = 1;
   ec::input = f;
+  parsed_path = path;
+  unsigned_minima.clear();
   ec::yylexInit();
   int result = ec_parse();
   fclose(f);
   ec::input = nullptr;
   fflush(stdout);
+  if (result == 0 && !unsigned_minima.empty()) refuse_literal("2147483648", unsigned_minima.front().second);
   return result;
 }
 
@@ -199,7 +221,13 @@ Exp* CallExp(int function, Exp* arg) {
   return new Exp(CALL_n, arg, function);
 }
 
-Exp* UnaryExp(ExpNature n, Exp* a) { return new Exp(n, a); }
+Exp* UnaryExp(ExpNature n, Exp* a) {
+  if (n == UMINUS_n && !unsigned_minima.empty() && a == unsigned_minima.back().first) {
+    unsigned_minima.pop_back();
+    return net->get_int_const(Symbols->add("-2147483648"));
+  }
+  return new Exp(n, a);
+}
 
 Exp* BinaryExp(ExpNature n, Exp* a, Exp* b) { return new Exp(n, a, b); }
 
@@ -223,7 +251,20 @@ void FreeExpList(ExpList* l) {
 
 Exp* BoolConst(char* text) { return net->get_bool_const(InternText(text)); }
 
-Exp* IntConst(char* text) { return net->get_int_const(InternText(text)); }
+// The lexer gives digits only: beyond ten significant ones, or beyond
+// 2147483648 in ten, a literal cannot be an int.
+Exp* IntConst(char* text) {
+  int key = InternText(text);
+  const char* literal = Symbols->text(key);
+  const char* digits = literal + strspn(literal, "0");
+  size_t n = strlen(digits);
+  int order = n == 10 ? strcmp(digits, "2147483648") : n < 10 ? -1 : 1;
+  if (order > 0) refuse_literal(literal, ec::token_line);
+  if (order < 0) return net->get_int_const(key);
+  Exp* waiting = new Exp(CONST_n, key, net->int_type, net->true_key);
+  unsigned_minima.emplace_back(waiting, ec::token_line);
+  return waiting;
+}
 
 Exp* RealConst(char* text) { return net->get_real_const(InternText(text)); }
 

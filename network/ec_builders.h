@@ -70,6 +70,10 @@ Exp* IfExp(Exp* c, Exp* a, Exp* b);
 Exp* ListExp(ExpNature n, ExpList* l);
 ExpList* AppendExp(ExpList* list, Exp* e);
 Exp* BoolConst(char* text);
+// An int literal beyond 32 bits ends the process, naming the file, line
+// and literal. 2147483648 is taken only as the operand of a unary minus,
+// which then gives the constant -2147483648; the parse ends the process
+// if one is left without.
 Exp* IntConst(char* text);
 Exp* RealConst(char* text);
 // A call of "int2real" / "real2int", declaring the function on first use.

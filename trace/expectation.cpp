@@ -10,9 +10,11 @@ Expectation::Expectation(const ProgramFlows& f, const char* path, double t) : fl
 bool Expectation::bind_header(std::string* error) {
   if (!rows.header("the outputs", error)) return false;
   columns.clear();
+  problems_column = -1;
   for (size_t c = 0; c < rows.cells().size(); c++) {
     std::string name(rows.cells()[c]);
     Column column = {FlowKind::Output, -1};
+    if (name == "problems") problems_column = static_cast<int>(c);
     if (name != "step" && name != "problems") {
       if (!flows.find(name, &column.kind, &column.position)) {
         *error = rows.where(static_cast<int>(c) + 1) + flows.unknown(name);
@@ -107,8 +109,46 @@ bool Expectation::matches(const Flow& f, std::string_view cell, FlowValue got, i
   FlowValue want;
   parse_value(f.type, cell, &want);
   if (f.type == FlowType::Bool || f.type == FlowType::Int) return want.i == got.i;
-  if (want.d == got.d) return true;  // infinities too
+  // A trace writes a NaN with its sign, which no computation promises.
+  if (std::isnan(want.d) || std::isnan(got.d)) return std::isnan(want.d) && std::isnan(got.d);
+  // Any tolerance would be infinite beside an infinity.
+  if (std::isinf(want.d) || std::isinf(got.d)) return want.d == got.d;
   return std::fabs(got.d - want.d) <= tolerance * std::fmax(1.0, std::fabs(want.d));
+}
+
+// An output's problem is predicted by any cell of that output: "nil" or
+// "divbyzero" expects it, another value is a difference of its own.
+bool Expectation::predicted(const Problem& p) const {
+  if (p.source != Problem::Output) return false;
+  for (size_t c = 0; c < expected.size() && c < columns.size(); c++)
+    if (columns[c].kind == FlowKind::Output && columns[c].position == p.index && !expected[c].empty()) return true;
+  return false;
+}
+
+// The problems of `r`, as the trace writes them.
+static std::string problems_text(const InstantRecord& r) {
+  std::string text;
+  char one[kProblemTextMax];
+  for (const Problem& p : r.problems) {
+    if (!text.empty()) text += "; ";
+    text.append(one, format_problem(p, one));
+  }
+  return text;
+}
+
+void Expectation::compare_problems(const InstantRecord& r) {
+  std::string step = "instant " + std::to_string(r.step) + ": ";
+  if (problems_column >= 0) {
+    // A short row leaves the cell empty: no problem is expected.
+    std::string want = problems_column < static_cast<int>(expected.size()) ? expected[problems_column] : "";
+    std::string got = problems_text(r);
+    if (got != want)
+      differ(step + "problems expected " + (want.empty() ? "none" : want) + ", got " + (got.empty() ? "none" : got));
+    return;
+  }
+  char text[kProblemTextMax];
+  for (const Problem& p : r.problems)
+    if (!predicted(p)) differ(step + std::string(text, format_problem(p, text)) + ", not in the expected values");
 }
 
 // How the trace would show the value: its cell, "absent" for an empty one.
@@ -147,6 +187,7 @@ void Expectation::compare(const InstantRecord& r) {
     else
       differences++;
   }
+  compare_problems(r);
 }
 
 void Expectation::finish(long instants_run) {

@@ -61,7 +61,15 @@ std::string captured(F load, bool* loaded) {
 // A syntax error names the line after its token (the lexer has read the
 // line's end): with a word to a line from line 4, that tells the word. A
 // checker's message quotes the condition's equation: what follows is kept.
-std::string explain(const std::string& messages, const std::vector<int>& columns) {
+std::string explain(const std::string& messages, const std::string& condition, const std::vector<int>& columns) {
+  // An int literal beyond 32 bits names its line, which tells the word.
+  if (const char* at = strstr(messages.c_str(), ": the integer ")) {
+    int word = atoi(strrchr(std::string(messages.c_str(), at).c_str(), ':') + 1) - 4;
+    std::string literal(at + 14, strcspn(at + 14, " "));
+    if (word >= 0 && word < static_cast<int>(columns.size()))
+      return "the integer " + literal + " at column " +
+             std::to_string(condition.find(literal, columns[word] - 1) + 1) + " of the condition is beyond 32 bits";
+  }
   if (const char* at = strstr(messages.c_str(), "syntax error")) {
     const char* line = strstr(at, "line ");
     int word = line ? atoi(line + 5) - 5 : -1;
@@ -119,7 +127,7 @@ bool Observer::build(const ProgramFlows& observed, const std::string& condition,
     program = candidate;
     return true;
   }
-  *error = explain(messages, columns);
+  *error = explain(messages, condition, columns);
   return false;
 }
 

@@ -159,3 +159,30 @@ TEST(EcParseDeathTest, UndeclaredIdentifiers) {
 }
 
 }  // namespace
+
+// An int literal is 32-bit; 2147483648 only under a unary minus, which
+// then is the constant -2147483648 itself.
+TEST(EcParseTest, IntLiteralsFitIn32Bits) {
+  EXPECT_EQ(shape("i = -2147483648 + - (2147483648) + 2147483647 + 0002147483647"),
+            "(i = (((-2147483648 + -2147483648) + 2147483647) + 0002147483647))");
+  EXPECT_EQ(shape("i = - -2147483648"), "(i = (- -2147483648))");
+  Net* net = parse_text(std::string(kHeader) + "i = -2147483648; tel");
+  EXPECT_EQ(info(net, "-2147483648")->value.int_value, INT32_MIN);
+}
+
+TEST(EcParseDeathTest, IntLiteralsBeyond32BitsAreRefused) {
+  struct Case { const char* text; const char* literal; int line; } cases[] = {
+      {"i = 2147483648", "2147483648", 5},
+      {"i = j -\n2147483648", "2147483648", 6},
+      {"i = -2147483648 +\n\n2147483648", "2147483648", 7},
+      {"i = -99999999999999999999", "99999999999999999999", 5},
+      {"i = -2147483649", "2147483649", 5},
+  };
+  for (const Case& c : cases) {
+    std::string path = write_temp(std::string(kHeader) + "\n\n" + c.text + "; tel");
+    EXPECT_EXIT(parse_file(path), ::testing::ExitedWithCode(1),
+                ":" + std::to_string(c.line) + ": the integer " + c.literal +
+                    " is beyond 32 bits \\(an int is from -2147483648 to 2147483647\\)\n")
+        << c.text;
+  }
+}
