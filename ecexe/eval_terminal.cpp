@@ -10,6 +10,11 @@ void InputItem::combine() { status = EI_DEFINED; }
 
 void OutputItem::combine() {
   const EvalItem* clock = operand(1);
+  if (shows_local && clock->status != EI_DEFINED) {
+    absent = 0;
+    status = clock->status;
+    return;
+  }
   check_clock(clock->status);
   if (!clock->is_true()) {
     absent = 1;

@@ -84,13 +84,16 @@ class INPUT_extern_EI : public InputItem {
 // Operands 0 the expression, 1 its clock. At an instant where the clock is
 // false the output is absent (is_bottom) and keeps the value and status it
 // had; otherwise it takes the expression's. A clock that is not defined
-// ends the process ("clock takes on nil").
+// ends the process ("clock takes on nil"), except for an item that shows a
+// local: that local is then undefined, with the clock's status, because
+// looking at a local must never stop a program that runs without it.
 class OutputItem : public EvalItem {
  public:
   void compute(unsigned key) override { demand_operands(key); combine(); }
   void combine() override;
   int is_bottom() override { return absent; }
   int absent;
+  bool shows_local = false;
 
  protected:
   explicit OutputItem(EvalItemType type) : EvalItem(type, 2), absent(0) {}

@@ -3,8 +3,6 @@
 // items' value fields, statuses from the items' outcomes.
 #include "ecexe/rp_ec_exe.h"
 
-#include <unordered_set>
-
 #include "ecexe/cfiles/ecexe.h"
 #include "ecexe/eval_terminal.h"
 #include "foundations/symbol_table.h"
@@ -27,13 +25,8 @@ int RPEcExe::init(const char* file, SymbolTable* table) {
   if (failed) return failed;
   output_statuses = new int[exe->nb_outputs + 1]();
   assertion_statuses = new int[exe->nb_assertions + 1]();
-  local_statuses = new int[exe->nb_locals + 1]();
-  std::unordered_set<EvalItem*> needed(exe->output_schedule.begin(), exe->output_schedule.end());
-  held.assign(exe->nb_locals, 0);
-  for (int i = 0; i < exe->nb_locals; i++) {
-    held[i] = needed.count(exe->local_items[i]) != 0;
-    (held[i] ? held_locals : read_locals).push_back(i);
-  }
+  local_statuses = new int[exe->local_outputs.size() + 1];
+  for (size_t i = 0; i < exe->local_outputs.size(); i++) local_statuses[i] = RP_NIL;
   return 0;
 }
 
@@ -51,40 +44,42 @@ const char* RPEcExe::name() { return text(exe->net->node_name); }
 int RPEcExe::nb_inputs() { return exe->nb_inputs; }
 int RPEcExe::nb_outputs() { return exe->nb_outputs; }
 int RPEcExe::nb_assertions() { return exe->nb_assertions; }
-int RPEcExe::nb_locals() { return exe->nb_locals; }
+int RPEcExe::nb_locals() { return static_cast<int>(exe->local_names.size()); }
 
 const char* RPEcExe::input_ident(int i) { return text(exe->input_idents[i]); }
 const char* RPEcExe::output_ident(int i) { return text(exe->output_idents[i]); }
-const char* RPEcExe::local_ident(int i) { return text(exe->local_idents[i]); }
+const char* RPEcExe::local_ident(int i) { return text(exe->local_names[i]); }
 
 const char* RPEcExe::input_type(int i) { return type_name(exe->input_nodes[i]); }
 const char* RPEcExe::output_type(int i) { return type_name(exe->output_nodes[i]); }
-const char* RPEcExe::local_type(int i) { return type_name(exe->local_nodes[i]); }
+const char* RPEcExe::local_type(int i) {
+  return text(exe->net->get_ident_info(exe->local_names[i])->type->name);
+}
 
 void* RPEcExe::input_loc(int i) { return location(exe->input_items[i]); }
 void* RPEcExe::output_loc(int i) { return location(exe->output_items[i]); }
 void* RPEcExe::local_loc(int i) {
-  if (located.empty()) located.assign(exe->nb_locals, 0);
-  if (!located[i]) {
-    located[i] = 1;
-    located_locals.push_back(i);
-  }
-  exe->refresh(exe->local_items[i]);
-  return location(exe->local_items[i]);
+  want_locals();
+  return location(exe->local_outputs[i]);
 }
 
-void RPEcExe::refresh_located() {
-  for (int i : located_locals) exe->refresh(exe->local_items[i]);
+void RPEcExe::want_locals() {
+  if (locals_wanted) return;
+  locals_wanted = true;
+  if (exe->in_step && exe->outputs_key == exe->step_key) compute_locals();
+}
+
+void RPEcExe::compute_locals() {
+  exe->compute_locals(exe->step_key);
+  for (size_t i = 0; i < exe->local_outputs.size(); i++)
+    local_statuses[i] = status_codes[value_outcome(exe->local_outputs[i])];
 }
 
 int RPEcExe::output_status(int i) { return output_statuses[i]; }
 int RPEcExe::assert_status(int i) { return assertion_statuses[i]; }
 int RPEcExe::local_status(int i) {
-  if (!pending || !held[i]) return local_statuses[i];
-  // A local whose location was handed out was brought up to date when the
-  // outputs were computed, and nothing computes again before the instant ends.
-  if (!located.empty() && located[i]) return item_code(exe->local_items[i]);
-  return local_code(i);
+  want_locals();
+  return local_statuses[i];
 }
 
 int RPEcExe::allows_eval_outputs() { return 1; }
@@ -94,25 +89,9 @@ void RPEcExe::init_step() {
   exe->step_key++;
 }
 
-void RPEcExe::end_step() {
-  // An instant whose outputs were not computed computes what the memories
-  // need by demand, which may reach the held locals' items.
-  if (exe->outputs_key != exe->step_key) settle_locals();
-  exe->end_step();
-  refresh_located();
-}
+void RPEcExe::end_step() { exe->end_step(); }
 
-void RPEcExe::reset_history() {
-  settle_locals();
-  exe->reset_history();
-  refresh_located();
-}
-
-void RPEcExe::settle_locals() {
-  if (!pending) return;
-  for (int i : held_locals) local_statuses[i] = local_code(i);
-  pending = false;
-}
+void RPEcExe::reset_history() { exe->reset_history(); }
 
 // The outcome of a present item's status.
 static int status_outcome(int status) {
@@ -121,19 +100,6 @@ static int status_outcome(int status) {
   return DEFINED_OUTCOME;
 }
 
-int RPEcExe::local_code(int i) {
-  EvalItem* l = exe->local_items[i];
-  if (l) exe->refresh(l);
-  return item_code(l);
-}
-
-int RPEcExe::item_code(EvalItem* l) {
-  if (!l) return status_codes[ABSENT_OUTCOME];
-  return status_codes[status_outcome(l->status)];
-}
-
-// Only output items can be absent: a local's item, built from a network
-// node, never is, which spares the locals a virtual call each instant.
 int RPEcExe::value_outcome(EvalItem* item) {
   if (item->is_bottom()) return ABSENT_OUTCOME;
   return status_outcome(item->status);
@@ -168,11 +134,7 @@ int RPEcExe::eval_outputs() {
     if (outcome == UNDEFINED_OUTCOME || outcome == DIVBYZERO_OUTCOME) problems++;
     output_statuses[i] = status_codes[outcome];
   }
-  // Locals are read as they stand: one that nothing needed this instant
-  // keeps what the last instant that computed it left.
-  for (int i : read_locals) local_statuses[i] = local_code(i);
-  pending = true;
-  refresh_located();
+  if (locals_wanted) compute_locals();
   return problems;
 }
 

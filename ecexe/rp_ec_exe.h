@@ -1,7 +1,9 @@
 // rp_ec_exe.h -- the reactive program of an ec file: the evaluator behind
 // the interface the simulator drives. Statuses are those left by the last
 // eval_outputs(); a failed instant is abandoned by not ending it, so the
-// memories keep the state of the last completed instant.
+// memories keep the state of the last completed instant. Locals cost
+// nothing until one is asked for; from then on every instant computes them
+// all, as they stand once the instant is complete.
 #ifndef ECEXE_RP_EC_EXE_H
 #define ECEXE_RP_EC_EXE_H
 
@@ -41,15 +43,19 @@ class RPEcExe : public RPExe {
   void reset_history() override;
   int nb_assertions() override;
   int assert_status(int i) override;
+  // Every declared local, in declaration order.
   int nb_locals() override;
   const char* local_ident(int i) override;
   const char* local_type(int i) override;
-  // Must not be asked for a local without an item. From then on the
-  // location follows the local's value at every instant.
+  // The location of local i: it holds the local's value at the last
+  // instant the local was present. Asking for a location or a status
+  // starts the computing of the locals, from the open instant on.
   void* local_loc(int i) override;
+  // As the last eval_outputs() left it; absent where the local's clock
+  // was false.
   int local_status(int i) override;
   int allows_eval_outputs() override;
-  // Computes assertions, then outputs, then reads the locals' statuses.
+  // Computes assertions, then outputs, then (once asked for) the locals.
   // Problems: an assertion not true, an output nil or divbyzero.
   int eval_outputs() override;
   void init_step() override;
@@ -60,34 +66,17 @@ class RPEcExe : public RPExe {
   int* output_statuses = nullptr;
   int* assertion_statuses = nullptr;
   int* local_statuses = nullptr;
+  bool locals_wanted = false;  // some local was asked for
   // By outcome: absent, undefined, divbyzero, assertion true, assertion
   // false, defined.
   int* status_codes = nullptr;
 
  private:
-  // A local's status is what its item held at the last eval_outputs(). The
-  // items the outputs need keep that status until the next instant's
-  // outputs are computed or the history is reset, so those locals are read
-  // only when asked for (most programs have a local per equation, and
-  // reading them all would cost each instant more than computing them):
-  // `held` lists them, true in `pending` until their statuses are copied.
-  // The others, whose items the end of the instant may compute again, are
-  // read by eval_outputs() itself.
-  void settle_locals();
-  // Most items are computed in the evaluator's cells, not in their own
-  // fields: the locals whose location was handed out have their items
-  // brought up to date whenever an instant computes, or a reset clears.
-  void refresh_located();
-  std::vector<int> located_locals;
-  std::vector<char> located;
-  // The status code of local i, its item brought up to date first.
-  int local_code(int i);
-  // The status code of a local's item (null: none) as it stands.
-  int item_code(EvalItem* item);
-  std::vector<int> held_locals;
-  std::vector<int> read_locals;
-  std::vector<char> held;
-  bool pending = false;
+  // Computes the locals of the open instant, whose outputs are computed,
+  // and reads their statuses.
+  void compute_locals();
+  // Starts computing the locals at every instant.
+  void want_locals();
 
   const char* text(int symbol);
   const char* type_name(Exp* node);

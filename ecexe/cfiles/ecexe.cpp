@@ -18,20 +18,10 @@
 #include "ecexe/flat_program.h"
 #include "foundations/deep_stack.h"
 #include "foundations/errors.h"
+#include "foundations/int_list.h"
 #include "foundations/pty_stream.h"
 #include "foundations/symbol_table.h"
 #include "normalise/norm_net.h"
-
-// A consistency check of the local numbering, kept in release builds: a
-// failure is a bug of the interface listing, never of the user's program.
-#define ECEXE_CHECK(cond)                                                          \
-  do {                                                                             \
-    if (!(cond)) {                                                                 \
-      fprintf(stderr, "ecexe/cfiles/ecexe.cpp:%d: Assertion `%s' failed.\n", __LINE__, \
-              #cond);                                                              \
-      abort();                                                                     \
-    }                                                                              \
-  } while (0)
 
 EcExe::EcExe() = default;
 
@@ -70,10 +60,22 @@ OutputItem* EcExe::new_output_item(EcType* type) {
   return new OUTPUT_extern_EI(type->name);
 }
 
+OutputItem* EcExe::sampled_item(Exp* flow, EcType* type) {
+  Exp *value, *clock;
+  split(flow, &value, &clock);
+  EvalItem* v = exp_to_eval_item(value);
+  if (!v) return nullptr;
+  EvalItem* c = exp_to_eval_item(clock);
+  if (!c) return nullptr;
+  OutputItem* o = new_output_item(type);
+  o->operands[0] = v;
+  o->operands[1] = c;
+  return o;
+}
+
 int EcExe::init_exe() {
   exe_key = take_a_key();
   first_item = EvalItem::counter + 1;
-  local_items = new EvalItem*[nb_locals + 1]();
   input_items = new EvalItem*[nb_inputs + 1];
   for (int i = 0; i < nb_inputs; i++) {
     input_items[i] = exp_to_eval_item(input_nodes[i]);
@@ -84,34 +86,30 @@ int EcExe::init_exe() {
 
   output_items = new OutputItem*[nb_outputs + 1];
   for (int i = 0; i < nb_outputs; i++) {
-    Exp *value, *clock;
-    split(output_nodes[i], &value, &clock);
-    EvalItem* v = exp_to_eval_item(value);
-    if (!v) return 1;
-    EvalItem* c = exp_to_eval_item(clock);
-    if (!c) return 1;
-    OutputItem* o = new_output_item(net->get_ident_info(output_idents[i])->type);
-    o->operands[0] = v;
-    o->operands[1] = c;
-    output_items[i] = o;
+    output_items[i] = sampled_item(output_nodes[i], net->get_ident_info(output_idents[i])->type);
+    if (!output_items[i]) return 1;
   }
 
   assertion_items = new OutputItem*[nb_assertions + 1];
   for (int i = 0; i < nb_assertions; i++) {
     Exp *value, *clock;
     split(assertion_nodes[i], &value, &clock);
-    EvalItem* v = exp_to_eval_item(value);
-    if (!v) return 1;
-    EvalItem* c = exp_to_eval_item(clock);
-    if (!c) return 1;
     if (net->type(value) != net->bool_type) {
       fprintf(stderr, "Assertions must be boolean expressions");
       return 1;
     }
-    OutputItem* a = new OUTPUT_bool_EI();
-    a->operands[0] = v;
-    a->operands[1] = c;
-    assertion_items[i] = a;
+    assertion_items[i] = sampled_item(assertion_nodes[i], net->bool_type);
+    if (!assertion_items[i]) return 1;
+  }
+
+  // Every local, whatever its definition: each equation of the program
+  // then has its items, and every call of a random function among them.
+  for (IntList* l = net->locals.list(); l; l = l->next) {
+    OutputItem* o = sampled_item(net->norm(l->value), net->get_ident_info(l->value)->type);
+    if (!o) return 1;
+    o->shows_local = true;
+    local_names.push_back(l->value);
+    local_outputs.push_back(o);
   }
 
   nb_memories = memory_list ? memory_list->index : 0;
@@ -163,6 +161,17 @@ class Scheduler {
         meet(operand);
         stack.push_back({operand, 0});
       }
+    }
+  }
+
+  // What the end of an instant needs: each memory, newest first, which
+  // memorises from its own cell (one that no output reads, in an equation
+  // only a local shows, still keeps its state up to date), then its
+  // operands in order.
+  void demand_memories(ItemEntry* list, std::vector<EvalItem*>& out) {
+    for (ItemEntry* m = list; m; m = m->next) {
+      demand(m->item, out);
+      for (int k = 0; k < m->item->nb_operands; k++) demand(m->item->operands[k], out);
     }
   }
 
@@ -270,11 +279,8 @@ void EcExe::build_schedules() {
   Scheduler scheduler(memory_list, first_item, EvalItem::counter);
   for (int i = 0; i < nb_assertions; i++) scheduler.demand(assertion_items[i], output_schedule);
   for (int i = 0; i < nb_outputs; i++) scheduler.demand(output_items[i], output_schedule);
-  // At the end of an instant each memory, newest first, demands its
-  // operands in order.
-  for (ItemEntry* m = memory_list; m; m = m->next)
-    for (int k = 0; k < m->item->nb_operands; k++)
-      scheduler.demand(m->item->operands[k], memory_schedule);
+  for (EvalItem* r : random_items) scheduler.demand(r, output_schedule);
+  scheduler.demand_memories(memory_list, memory_schedule);
   // Random functions draw in the order items are computed: only without
   // them is any order that computes operands first the same.
   if (!draws_random) {
@@ -295,16 +301,39 @@ int EcExe::memory_alone() {
   if (memory_alone_program >= 0) return memory_alone_program;
   Scheduler scheduler(memory_list, first_item, EvalItem::counter);
   std::vector<EvalItem*> schedule;
-  for (ItemEntry* m = memory_list; m; m = m->next)
-    for (int k = 0; k < m->item->nb_operands; k++) scheduler.demand(m->item->operands[k], schedule);
+  for (EvalItem* r : random_items) scheduler.demand(r, schedule);
+  scheduler.demand_memories(memory_list, schedule);
   if (!draws_random) scheduler.group(schedule);
   memory_alone_program = flat->compile(schedule, scheduler.memories());
   return memory_alone_program;
 }
 
+// The locals' program computes what the outputs' program left; the end of
+// an instant that ran both then computes only what neither did. No random
+// call is left to either: the outputs' program draws them all.
+void EcExe::build_locals_programs() {
+  Scheduler scheduler(memory_list, first_item, EvalItem::counter);
+  std::vector<EvalItem*> computed, locals, memory;
+  for (int i = 0; i < nb_assertions; i++) scheduler.demand(assertion_items[i], computed);
+  for (int i = 0; i < nb_outputs; i++) scheduler.demand(output_items[i], computed);
+  for (EvalItem* r : random_items) scheduler.demand(r, computed);
+  for (OutputItem* l : local_outputs) scheduler.demand(l, locals);
+  scheduler.demand_memories(memory_list, memory);
+  scheduler.group(locals);
+  scheduler.group(memory);
+  locals_program = flat->compile(locals, scheduler.memories());
+  memory_after_locals_program = flat->compile(memory, scheduler.memories());
+}
+
 void EcExe::compute_outputs(unsigned key) {
   flat->run(outputs_program, key);
   outputs_key = key;
+}
+
+void EcExe::compute_locals(unsigned key) {
+  if (locals_program < 0) build_locals_programs();
+  flat->run(locals_program, key);
+  locals_key = key;
 }
 
 EvalItem* EcExe::exp_to_eval_item(Exp* e) {
@@ -319,20 +348,7 @@ EvalItem* EcExe::exp_to_eval_item(Exp* e) {
   e->mark = static_cast<int>(exe_key);
   e->put_info(static_cast<int>(exe_key), item);
   if (!fill_operands(e, item)) return nullptr;
-  register_locals(e, item);
   return item;
-}
-
-void EcExe::register_locals(Exp* e, EvalItem* item) {
-  NodeRecord* r = record(e);
-  if (!r) return;
-  for (NodeUse* u = r->locals; u; u = u->next) {
-    int lcl_index = u->number - 1;
-    ECEXE_CHECK(lcl_index >= 0);
-    ECEXE_CHECK(lcl_index < nb_locals);
-    ECEXE_CHECK(local_items[lcl_index] == NULL);
-    local_items[lcl_index] = item;
-  }
 }
 
 bool EcExe::fill_operands(Exp* e, EvalItem* item) {
@@ -488,7 +504,8 @@ EvalItem* EcExe::new_call_item(Exp* e) {
       net->type(arg->operands[1]) == net->int_type && out == net->int_type &&
       strcmp(name, "random_int") == 0) {
     draws_random = true;
-    return new BFUNC_int_EI(random_int);
+    random_items.push_back(new BFUNC_int_EI(random_int));
+    return random_items.back();
   }
   if (in == net->real_type && out == net->int_type && strcmp(name, "real2int") == 0)
     return new REAL2INT_int_EI();
@@ -500,7 +517,8 @@ EvalItem* EcExe::new_call_item(Exp* e) {
   }
   if (in == net->bool_type && out == net->bool_type && strcmp(name, "random_bool") == 0) {
     draws_random = true;
-    return new UFUNC_bool_EI(random_bool);
+    random_items.push_back(new UFUNC_bool_EI(random_bool));
+    return random_items.back();
   }
   fprintf(stderr, "Unsupported function :\n");
   PtyStream* err = new PtyStream(stderr, 80, nullptr);
@@ -510,7 +528,10 @@ EvalItem* EcExe::new_call_item(Exp* e) {
 }
 
 void EcExe::end_step() {
-  flat->run(outputs_key == step_key ? memory_program : memory_alone(), step_key);
+  int program = memory_program;
+  if (outputs_key != step_key) program = memory_alone();
+  else if (locals_key == step_key) program = memory_after_locals_program;
+  flat->run(program, step_key);
   flat->run(end_program, step_key);
   in_step = 0;
 }
@@ -520,6 +541,10 @@ int EcExe::abort_step() {
   step_key--;
   for (int i = 0; i < nb_assertions; i++) assertion_items[i]->reset_mark(step_key);
   for (int i = 0; i < nb_outputs; i++) output_items[i]->reset_mark(step_key);
+  if (locals_key > step_key)
+    for (OutputItem* l : local_outputs) l->reset_mark(step_key);
+  // The instant run again with the same key computes all over again.
+  outputs_key = locals_key = 0;
   in_step = 0;
   return 0;
 }
@@ -527,14 +552,16 @@ int EcExe::abort_step() {
 void EcExe::reset_history() {
   for (int i = 0; i < nb_assertions; i++) assertion_items[i]->reset();
   for (int i = 0; i < nb_outputs; i++) output_items[i]->reset();
+  for (OutputItem* l : local_outputs) l->reset();
   // The walks above stop at items computed in cells only, whose marks
   // never moved: those of every program that ran are reset here.
-  for (int p : {outputs_program, memory_program, memory_alone_program})
+  for (int p : {outputs_program, memory_program, memory_alone_program, locals_program,
+                memory_after_locals_program})
     if (p >= 0 && flat->ran(p)) flat->reset(p);
   step_key = 0;
   // Keys start again from 1: an instant of the new history must not pass
-  // for one whose outputs were computed.
-  outputs_key = 0;
+  // for one whose outputs or locals were computed.
+  outputs_key = locals_key = 0;
 }
 
 void EcExe::refresh(EvalItem* item) {

@@ -33,16 +33,22 @@ class EcExe : public NetInterface {
   // The network interface of `file`, then its items; 0 on success, 1 after
   // a failure already reported on standard error.
   int init(const char* file, SymbolTable* symbols);
-  // Builds the items of the inputs, outputs and assertions and, through
-  // them, of every node they depend on. 0 on success, 1 on failure.
+  // Builds the items of the inputs, outputs, assertions and locals and,
+  // through them, of every node they depend on. 0 on success, 1 on failure.
   int init_exe();
   // The item of node e, built on first request together with its operands;
   // null when e or one of its operands cannot be evaluated.
   EvalItem* exp_to_eval_item(Exp* e);
 
   // Computes, for instant `key`, what the assertions and outputs need, in
-  // the order demanding them would (assertions, then outputs).
+  // the order demanding them would (assertions, then outputs), then every
+  // call of a random function that they did not need: every call draws at
+  // every instant, so that what else is computed never moves a draw.
   void compute_outputs(unsigned key);
+  // Computes every local for instant `key`, after compute_outputs(key):
+  // what the outputs did not need is computed here, so a program whose
+  // locals nobody looks at never pays for them.
+  void compute_locals(unsigned key);
   // Commits every memory for the next instant and closes the instant.
   void end_step();
   // Abandons the open instant: the next one reuses its step key, so every
@@ -56,7 +62,12 @@ class EcExe : public NetInterface {
   void refresh(EvalItem* item);
 
   unsigned exe_key = 0;
-  EvalItem** local_items = nullptr;   // nb_locals entries, null when no item
+  // Every declared local, in declaration order: its name and an item that
+  // samples its value on its clock as an output's does, so that it is
+  // absent where its clock is false. A local that only names another flow
+  // or a constant has one too.
+  std::vector<int> local_names;
+  std::vector<OutputItem*> local_outputs;
   EvalItem** input_items = nullptr;   // nb_inputs entries
   OutputItem** output_items = nullptr;  // nb_outputs entries
   OutputItem** assertion_items = nullptr;  // nb_assertions entries
@@ -67,9 +78,9 @@ class EcExe : public NetInterface {
   unsigned step_key = 0;  // 0 before the first instant and after a reset
   int in_step = 0;        // 1 between the opening of an instant and its end
 
-  // The items an instant computes, operands first: what the assertions and
-  // outputs need, then what the memories read at the end of an instant and
-  // the outputs did not need. Each is computed once, as demanding the tops
+  // The items an instant computes, operands first: what the assertions,
+  // outputs and random calls need, then the memories and what they read at
+  // the end of an instant that the outputs did not need. Each is computed once, as demanding the tops
   // would, but without recursion however deep the graph. With random
   // functions the order is that of demand, in which they draw; without
   // them, items computed by one kernel are brought together (any order
@@ -85,7 +96,13 @@ class EcExe : public NetInterface {
   int memory_alone_program = -1;
   int end_program = -1;  // what the memories memorise
   unsigned outputs_key = 0;  // the instant compute_outputs() last ran for
+  // What the locals need beyond the outputs, and then what the memories
+  // need beyond both (built on first use of compute_locals()).
+  int locals_program = -1;
+  int memory_after_locals_program = -1;
+  unsigned locals_key = 0;  // the instant compute_locals() last ran for
   bool draws_random = false;  // some item calls random_int or random_bool
+  std::vector<EvalItem*> random_items;  // the calls of random functions
   int first_item = 0;         // serial number of the first item built
 
  private:
@@ -100,9 +117,12 @@ class EcExe : public NetInterface {
   EvalItem* new_call_item(Exp* e);
   // Translates e's operands into item's operand array.
   bool fill_operands(Exp* e, EvalItem* item);
-  void register_locals(Exp* e, EvalItem* item);
   OutputItem* new_output_item(EcType* type);
+  // The item of `flow` sampled on its clock, of type `type`; null when an
+  // item of the flow cannot be built.
+  OutputItem* sampled_item(Exp* flow, EcType* type);
   void build_schedules();
+  void build_locals_programs();
   int memory_alone();
 };
 
