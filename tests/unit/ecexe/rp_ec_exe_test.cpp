@@ -13,6 +13,7 @@
 
 #include "ecexe/cfiles/ecexe.h"
 #include "ecexe/eval_terminal.h"
+#include "ecexe/random_state.h"
 #include "network/net_fixture.h"
 
 namespace {
@@ -24,29 +25,32 @@ RPEcExe* load(const std::string& text) {
   return p;
 }
 
-std::string show_output(RPEcExe* p, int i) {
-  switch (p->output_status(i)) {
+// An output's or a local's value: "-" when absent, nil, div0, T/F for a
+// bool, or the number.
+std::string show(int status, const char* type, void* loc) {
+  switch (status) {
     case RP_ABSENT: return "-";
     case RP_NIL: return "nil";
     case RP_DIVBYZERO: return "div0";
     default: break;
   }
-  void* loc = p->output_loc(i);
-  if (strcmp(p->output_type(i), "real") != 0)
-    return strcmp(p->output_type(i), "int") ? (*static_cast<int*>(loc) ? "T" : "F")
-                                            : std::to_string(*static_cast<int*>(loc));
+  if (strcmp(type, "real") != 0)
+    return strcmp(type, "int") ? (*static_cast<int*>(loc) ? "T" : "F") : std::to_string(*static_cast<int*>(loc));
   char text[32];
   snprintf(text, sizeof text, "%g", *static_cast<double*>(loc));
   return text;
 }
 
+std::string show_output(RPEcExe* p, int i) { return show(p->output_status(i), p->output_type(i), p->output_loc(i)); }
+
 // Steps the program once per row: inputs separated by spaces (T/F for
 // bools), or "reset". A row marked "c:" is driven as the panel's "continue
 // step" does: the instant is ended even when it had problems. Each instant
-// prints as its outputs, after "!n" when n problems were reported;
-// instants are separated by " | ".
-std::string run(RPEcExe* p, const std::vector<std::string>& rows) {
+// prints as its outputs, after "!n" when n problems were reported, then,
+// with `locals`, " /" and the locals; instants are separated by " | ".
+std::string run(RPEcExe* p, const std::vector<std::string>& rows, bool locals = false) {
   std::string trace;
+  if (locals && p->nb_locals() > 0) p->local_status(0);  // computed from the first instant on
   for (const std::string& row : rows) {
     if (!trace.empty()) trace += " | ";
     if (row == "reset") {
@@ -72,6 +76,10 @@ std::string run(RPEcExe* p, const std::vector<std::string>& rows) {
     }
     if (problems) trace += "!" + std::to_string(problems) + " ";
     for (int i = 0; i < p->nb_outputs(); i++) trace += (i ? " " : "") + show_output(p, i);
+    if (!locals) continue;
+    trace += " /";
+    for (int i = 0; i < p->nb_locals(); i++)
+      trace += " " + show(p->local_status(i), p->local_type(i), p->local_loc(i));
   }
   return trace;
 }
@@ -89,11 +97,58 @@ TEST(RPEcExeTest, InterfaceAndLocals) {
   EXPECT_STREQ(p->input_type(2), "real");
   EXPECT_STREQ(p->output_type(1), "bool");
   EXPECT_EQ(p->nb_assertions(), 1);
-  // l is only a name for the input n: no item, so no local of its own.
-  ASSERT_EQ(p->nb_locals(), 1);
-  EXPECT_STREQ(p->local_ident(0), "k");
+  ASSERT_EQ(p->nb_locals(), 2);
+  EXPECT_STREQ(p->local_ident(1), "l");
+  EXPECT_STREQ(p->local_type(1), "int");
   EXPECT_EQ(run(p, {"T 4 1.5", "F -1 0.25"}), "3 T | 0.5 F");
-  EXPECT_EQ(*static_cast<int*>(p->local_loc(0)), 0);
+}
+
+// Every local as it stands once its instant is complete, whether an output
+// needs it, only a memory does, or nothing; absent where its clock is
+// false; a name for another flow or a constant is a local too.
+TEST(RPEcExeTest, LocalsAsTheInstantLeftThem) {
+  struct Case { const char* program; std::vector<std::string> rows; const char* trace; } cases[] = {
+      // v only under pre, w read by nothing, b, l and k other names, s and
+      // x sampled on c; a reset starts again from the first instant.
+      {"node p(a: int; c: bool) returns (o: int);\n"
+       "var v, w, b, k, l, d: int; (s, x: int) when c;\n"
+       "let v = a + 1; w = a * 2; b = a; k = 7; l = v; d = 10 div a; s = a when c; x = v when c;\n"
+       "  o = 0 -> pre v; tel.\n",
+       {"1 T", "2 F", "3 T", "0 T", "reset", "5 F"},
+       "0 / 2 2 1 7 2 10 1 2 | 2 / 3 4 2 7 3 5 - - | 3 / 4 6 3 7 4 3 3 4 | 4 / 1 0 0 7 1 div0 0 1 | "
+       "reset | 0 / 6 10 5 7 6 2 - -"},
+      // A local whose clock is nil is nil, and the program goes on; m, read
+      // by nothing, keeps counting the instants of c.
+      {"node q(a: int; c: bool) returns (o: int);\n"
+       "var pc: bool; (y: int) when pc; p, m: int;\n"
+       "let pc = pre c; y = a when pc; p = pre a; m = 0 -> if c then pre m + 1 else pre m; o = a; tel.\n",
+       {"1 T", "2 F", "3 T", "4 T"},
+       "1 / nil nil nil 0 | 2 / T 2 1 0 | 3 / F - 2 1 | 4 / T 4 3 2"},
+      // An abandoned instant shows what it computed and memorises nothing.
+      {"node r(a: int) returns (o: int); var m: int; let m = 0 -> pre a; o = 10 div a; tel.\n",
+       {"5", "0", "2"},
+       "2 / 0 | !1 div0 / 5 | 5 / 5"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(run(load(c.program), c.rows, true), c.trace) << c.program;
+}
+
+// Looking at locals moves no random draw: every call draws at every
+// instant, whether anything reads it or not.
+TEST(RPEcExeTest, LocalsChangeNoDraw) {
+  const char* text =
+      "function random_int(lo: int; hi: int) returns (r: int);\n"
+      "node d(a: int) returns (o: int); var r: int;\n"
+      "let r = random_int(0, 999); o = random_int(0, 1000) + a; tel.\n";
+  RandomState start = save_random_state();
+  std::vector<std::string> rows(20, "0");
+  std::string without = run(load(text), rows);
+  restore_random_state(start);
+  std::string with = run(load(text), rows, true);
+  for (size_t at; (at = with.find(" /")) != std::string::npos;) {
+    size_t end = with.find(" |", at);
+    with.erase(at, end == std::string::npos ? end : end - at);
+  }
+  EXPECT_EQ(with, without);
 }
 
 TEST(RPEcExeTest, ProgramsFollowHandTraces) {
