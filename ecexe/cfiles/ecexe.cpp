@@ -74,6 +74,13 @@ OutputItem* EcExe::sampled_item(Exp* flow, EcType* type) {
 }
 
 int EcExe::init_exe() {
+  // The locals' nodes are looked up before any item is built: the lookup
+  // reads the nodes' marks, which building items overwrites.
+  std::vector<Exp*> local_flows;
+  for (IntList* l = net->locals.list(); l; l = l->next) {
+    local_names.push_back(l->value);
+    local_flows.push_back(net->norm(l->value));
+  }
   exe_key = take_a_key();
   first_item = EvalItem::counter + 1;
   input_items = new EvalItem*[nb_inputs + 1];
@@ -104,11 +111,10 @@ int EcExe::init_exe() {
 
   // Every local, whatever its definition: each equation of the program
   // then has its items, and every call of a random function among them.
-  for (IntList* l = net->locals.list(); l; l = l->next) {
-    OutputItem* o = sampled_item(net->norm(l->value), net->get_ident_info(l->value)->type);
+  for (size_t i = 0; i < local_flows.size(); i++) {
+    OutputItem* o = sampled_item(local_flows[i], net->get_ident_info(local_names[i])->type);
     if (!o) return 1;
     o->shows_local = true;
-    local_names.push_back(l->value);
     local_outputs.push_back(o);
   }
 
