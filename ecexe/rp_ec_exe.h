@@ -7,8 +7,6 @@
 #ifndef ECEXE_RP_EC_EXE_H
 #define ECEXE_RP_EC_EXE_H
 
-#include <vector>
-
 #include "ecexe/rp_exe.h"
 
 class EcExe;

@@ -569,7 +569,3 @@ void EcExe::reset_history() {
   // for one whose outputs or locals were computed.
   outputs_key = locals_key = 0;
 }
-
-void EcExe::refresh(EvalItem* item) {
-  if (flat) flat->refresh(item);
-}

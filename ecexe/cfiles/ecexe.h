@@ -57,9 +57,6 @@ class EcExe : public NetInterface {
   int abort_step();
   // Back to the first instant: every item reset, step key 0.
   void reset_history();
-  // Brings the value and status fields of `item` up to date: an instant
-  // computes most items in the flat programs' cells only.
-  void refresh(EvalItem* item);
 
   unsigned exe_key = 0;
   // Every declared local, in declaration order: its name and an item that
