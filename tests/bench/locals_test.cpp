@@ -11,7 +11,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <fstream>
 #include <random>
 #include <regex>
 #include <sstream>
@@ -22,20 +21,12 @@
 #include "foundations/symbol_table.h"
 #include "trace/instant_runner.h"
 #include "trace/program_flows.h"
+#include "tests/unit/test_support.h"
 
 namespace {
 
 const int kPrograms = 300;
 const int kInstants = 24;
-
-std::string read_file(const std::string& path) {
-  std::ifstream in(path);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-void write_file(const std::string& path, const std::string& text) { std::ofstream(path) << text; }
 
 // The generated program of `seed` with the extra locals, as a program with
 // locals (`with_locals`) or with every local an output (`as_outputs`).
@@ -110,9 +101,11 @@ Variants variants(const std::string& generated, unsigned seed) {
   return v;
 }
 
-RPExe* load(const std::string& path) {
+RPExe* load(const std::string& text) {
   RPEcExe* p = new RPEcExe();  // never freed, as in the tool
-  EXPECT_EQ(p->init(path.c_str(), new SymbolTable(1000, 5041)), 0) << read_file(path);
+  std::string path = testsupport::write_temp(text, ".ec");
+  EXPECT_EQ(p->init(path.c_str(), new SymbolTable(1000, 5041)), 0) << text;
+  unlink(path.c_str());
   return p;
 }
 
@@ -133,18 +126,15 @@ FlowValue random_input(FlowType type, std::mt19937& rng) {
 }
 
 TEST(LocalsTest, EveryLocalAsTracedMatchesItsOwnOutput) {
-  char dir[] = "/tmp/locals_test.XXXXXX";
-  ASSERT_NE(mkdtemp(dir), nullptr);
+  std::string name = "locals_" + std::to_string(getpid());
   int absent = 0, undefined = 0, cells = 0;
   for (int seed = 1; seed <= kPrograms; seed++) {
-    std::string command = std::string(GEN_PROGRAM) + " 30 " + std::to_string(seed) + " " + dir +
-                          " --name p --inputs 3 --outputs 2 > /dev/null";
+    std::string command = std::string(GEN_PROGRAM) + " 30 " + std::to_string(seed) + " " + ::testing::TempDir() +
+                          " --name " + name + " --inputs 3 --outputs 2 > /dev/null";
     ASSERT_EQ(system(command.c_str()), 0) << command;
-    Variants v = variants(read_file(std::string(dir) + "/p.ec"), seed);
+    Variants v = variants(testsupport::file_text(::testing::TempDir() + name + ".ec"), seed);
     SCOPED_TRACE("seed " + std::to_string(seed) + ":\n" + v.with_locals);
-    write_file(std::string(dir) + "/a.ec", v.with_locals);
-    write_file(std::string(dir) + "/b.ec", v.as_outputs);
-    ProgramFlows a(load(std::string(dir) + "/a.ec"), true), b(load(std::string(dir) + "/b.ec"), false);
+    ProgramFlows a(load(v.with_locals), true), b(load(v.as_outputs), false);
     ASSERT_EQ(static_cast<int>(a.locals.size()), v.nb_locals);
     InstantRunner run_a(a, ProblemPolicy::Continue), run_b(b, ProblemPolicy::Continue);
     std::mt19937 rng(seed);
@@ -171,8 +161,8 @@ TEST(LocalsTest, EveryLocalAsTracedMatchesItsOwnOutput) {
       }
     }
   }
-  std::string rm = std::string("rm -rf ") + dir;
-  EXPECT_EQ(system(rm.c_str()), 0);
+  unlink((::testing::TempDir() + name + ".ec").c_str());
+  unlink((::testing::TempDir() + name + ".c").c_str());
   // The programs reach every kind of cell.
   EXPECT_GT(absent, cells / 100);
   EXPECT_GT(undefined, cells / 100);
