@@ -16,6 +16,10 @@ FlatPrograms::FlatPrograms(int first_item, int last_item)
   statuses.reserve(cells.size());
 }
 
+void FlatPrograms::extend(int last_item) {
+  if (last_item - first_item + 1 > static_cast<int>(cells.size())) cells.resize(last_item - first_item + 1, -1);
+}
+
 int FlatPrograms::cell_of(const EvalItem* item) const { return cells[item->number - first_item]; }
 
 uint32_t FlatPrograms::add_cell(EvalItem* item, FlatKernel kernel) {

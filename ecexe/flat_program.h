@@ -20,6 +20,8 @@ class FlatPrograms {
   // Cells for items numbered first_item to last_item at most.
   FlatPrograms(int first_item, int last_item);
 
+  // Room for the cells of items numbered up to last_item, built since.
+  void extend(int last_item);
   // Compiles a schedule (operands before their users) into a new program,
   // giving a cell to every item that has none; returns its number.
   // `memory` tells, by item number - first_item, which items are memories.

@@ -25,8 +25,8 @@ int RPEcExe::init(const char* file, SymbolTable* table) {
   if (failed) return failed;
   output_statuses = new int[exe->nb_outputs + 1]();
   assertion_statuses = new int[exe->nb_assertions + 1]();
-  local_statuses = new int[exe->local_outputs.size() + 1];
-  for (size_t i = 0; i < exe->local_outputs.size(); i++) local_statuses[i] = RP_NIL;
+  local_statuses = new int[exe->local_names.size() + 1];
+  for (size_t i = 0; i < exe->local_names.size(); i++) local_statuses[i] = RP_NIL;
   return 0;
 }
 
@@ -66,6 +66,7 @@ void* RPEcExe::local_loc(int i) {
 void RPEcExe::want_locals() {
   if (locals_wanted) return;
   locals_wanted = true;
+  exe->build_locals();
   if (exe->in_step && exe->outputs_key == exe->step_key) compute_locals();
 }
 

@@ -109,13 +109,15 @@ int EcExe::init_exe() {
     if (!assertion_items[i]) return 1;
   }
 
-  // Every local, whatever its definition: each equation of the program
-  // then has its items, and every call of a random function among them.
-  for (size_t i = 0; i < local_flows.size(); i++) {
-    OutputItem* o = sampled_item(local_flows[i], net->get_ident_info(local_names[i])->type);
-    if (!o) return 1;
-    o->shows_local = true;
-    local_outputs.push_back(o);
+  // Every local's value and clock, whatever its definition: each equation
+  // of the program then has its items, and every call of a random function
+  // among them. The items that sample them wait until they are asked for.
+  for (Exp* flow : local_flows) {
+    Exp *value, *clock;
+    split(flow, &value, &clock);
+    local_values.push_back(exp_to_eval_item(value));
+    local_clocks.push_back(exp_to_eval_item(clock));
+    if (!local_values.back() || !local_clocks.back()) return 1;
   }
 
   nb_memories = memory_list ? memory_list->index : 0;
@@ -314,6 +316,19 @@ int EcExe::memory_alone() {
   return memory_alone_program;
 }
 
+void EcExe::build_locals() {
+  if (locals_program >= 0) return;
+  for (size_t i = 0; i < local_names.size(); i++) {
+    OutputItem* o = new_output_item(net->get_ident_info(local_names[i])->type);
+    o->operands[0] = local_values[i];
+    o->operands[1] = local_clocks[i];
+    o->shows_local = true;
+    local_outputs.push_back(o);
+  }
+  flat->extend(EvalItem::counter);
+  build_locals_programs();
+}
+
 // The locals' program computes what the outputs' program left; the end of
 // an instant that ran both then computes only what neither did. No random
 // call is left to either: the outputs' program draws them all.
@@ -337,7 +352,7 @@ void EcExe::compute_outputs(unsigned key) {
 }
 
 void EcExe::compute_locals(unsigned key) {
-  if (locals_program < 0) build_locals_programs();
+  build_locals();
   flat->run(locals_program, key);
   locals_key = key;
 }

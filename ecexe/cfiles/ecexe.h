@@ -45,9 +45,12 @@ class EcExe : public NetInterface {
   // call of a random function that they did not need: every call draws at
   // every instant, so that what else is computed never moves a draw.
   void compute_outputs(unsigned key);
+  // Builds, once, the items that sample the locals (local_outputs) and the
+  // programs that compute them: a program whose locals nobody looks at
+  // never pays for them.
+  void build_locals();
   // Computes every local for instant `key`, after compute_outputs(key):
-  // what the outputs did not need is computed here, so a program whose
-  // locals nobody looks at never pays for them.
+  // what the outputs did not need is computed here. Calls build_locals().
   void compute_locals(unsigned key);
   // Commits every memory for the next instant and closes the instant.
   void end_step();
@@ -59,11 +62,13 @@ class EcExe : public NetInterface {
   void reset_history();
 
   unsigned exe_key = 0;
-  // Every declared local, in declaration order: its name and an item that
-  // samples its value on its clock as an output's does, so that it is
-  // absent where its clock is false. A local that only names another flow
-  // or a constant has one too.
+  // Every declared local, in declaration order: its name, the items of its
+  // value and its clock, and (after build_locals()) an item that samples
+  // the value on the clock as an output's does, so that it is absent where
+  // its clock is false. A local that only names another flow or a
+  // constant has them too.
   std::vector<int> local_names;
+  std::vector<EvalItem*> local_values, local_clocks;
   std::vector<OutputItem*> local_outputs;
   EvalItem** input_items = nullptr;   // nb_inputs entries
   OutputItem** output_items = nullptr;  // nb_outputs entries

@@ -96,6 +96,7 @@ void compare(const std::string& program, unsigned seed, int instants) {
   EcExe items;
   ASSERT_EQ(items.init(path.c_str(), nettest::symbols()), 0);
   ItemDriver driver(&items);
+  items.build_locals();
   if (flat.nb_locals() > 0) flat.local_status(0);  // the locals computed from now on
   std::mt19937 random(seed);
   for (int t = 0; t < instants; t++) {
