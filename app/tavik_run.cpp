@@ -241,7 +241,10 @@ int main(int argc, char** argv) {
   options.run.interrupt = &interrupt_signal;
   catch_interrupts();
   ScenarioRun run(flows, options.run);
-  if (!run.prepare(&fault)) fail(fault);
+  if (!run.prepare(&fault)) {
+    run.discard_traces();  // exit() runs no destructor: no temporary file is left
+    fail(fault);
+  }
   if (interrupt_signal) end_interrupted(&run);
 
   if (options.seeded) srandom(options.seed);
