@@ -239,13 +239,13 @@ int main(int argc, char** argv) {
   std::string fault = flows.unsupported();
   if (!fault.empty()) fail(fault);
   options.run.interrupt = &interrupt_signal;
-  catch_interrupts();
   ScenarioRun run(flows, options.run);
   if (!run.prepare(&fault)) {
     run.discard_traces();  // exit() runs no destructor: no temporary file is left
     fail(fault);
   }
-  if (interrupt_signal) end_interrupted(&run);
+  // Not before: a signal must end a wait for the scenario on a terminal.
+  catch_interrupts();
 
   if (options.seeded) srandom(options.seed);
   Progress progress = {run.nb_instants(), now()};

@@ -30,12 +30,13 @@ struct Token {
   int column;  // from 1
 };
 
-// Operators of other languages that users type, and the ec word for each.
+// Operators of other languages that users type, and the ec word for each
+// ('&' alone is ec's "exactly one of": `&(a, b, c)`).
 const struct {
   const char* typed;
   const char* ec;
 } kForeignOperators[] = {
-    {"&&", "and"}, {"||", "or"}, {"==", "="}, {"!=", "<>"}, {"&", "and"}, {"|", "or"}, {"!", "not"},
+    {"&&", "and"}, {"||", "or"}, {"==", "="}, {"!=", "<>"}, {"|", "or"}, {"!", "not"},
 };
 
 const char* const kKeywords[] = {"and",  "assert", "bool", "const", "current", "div",     "else", "function",
