@@ -9,7 +9,8 @@
 //                          an assertion's cell is 1, 0, nil or {}
 //   reset_pending          1 when a reset came after the last instant
 //   save_scenario FILE     the inputs of every instant, and the resets
-//   export FILE csv|vcd    the trace, locals included
+//   export FILE csv|vcd    the trace, locals included (neither is written
+//                          over the program or the panel description)
 //   replay_open FILE       reads a scenario for the program and checks it whole;
 //                          the number of instants it holds
 //   replay_next            the next event of that scenario: {instant VALUES}
@@ -23,8 +24,10 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "ecexe/rp_exe.h"
+#include "foundations/file_identity.h"
 #include "trace/history.h"
 #include "trace/observer.h"
 #include "trace/scenario.h"
@@ -34,6 +37,8 @@ namespace {
 
 struct HistoryCommand {
   History* history;
+  std::string program;  // the files the window reads, never written over
+  std::string panel;
   std::unique_ptr<ScenarioReader> replay;
   std::unique_ptr<Observer> until;
 };
@@ -82,9 +87,14 @@ int fail(Tcl_Interp* interp, const std::string& message) {
   return TCL_ERROR;
 }
 
-int write_history(Tcl_Interp* interp, const History& history, TraceWriter* writer) {
+// Writes the history to `file` unless it is a file the window reads.
+int write_history(Tcl_Interp* interp, HistoryCommand* c, const char* file, const char* what, TraceWriter* writer) {
+  for (const auto& [read, role] : {std::pair(&c->program, "the program being run"),
+                                   std::pair(&c->panel, "the panel description in use")})
+    if (!read->empty() && same_file(file, *read))
+      return fail(interp, std::string("cannot write ") + what + " to '" + file + "': it is " + role);
   std::string error;
-  if (!history.write(writer, &error)) return fail(interp, error);
+  if (!c->history->write(writer, &error)) return fail(interp, error);
   return TCL_OK;
 }
 
@@ -147,18 +157,20 @@ int history_cmd(ClientData data, Tcl_Interp* interp, int objc, Tcl_Obj* const ob
       return TCL_OK;
     }
     case SAVE_SCENARIO: {
-      CsvTraceWriter writer(h.flows, Tcl_GetString(objv[2]), true);
-      return write_history(interp, h, &writer);
+      const char* file = Tcl_GetString(objv[2]);
+      CsvTraceWriter writer(h.flows, file, true);
+      return write_history(interp, c, file, "the scenario", &writer);
     }
     case EXPORT: {
+      const char* file = Tcl_GetString(objv[2]);
       const char* format = Tcl_GetString(objv[3]);
       if (strcmp(format, "csv") == 0) {
-        CsvTraceWriter writer(h.flows, Tcl_GetString(objv[2]));
-        return write_history(interp, h, &writer);
+        CsvTraceWriter writer(h.flows, file);
+        return write_history(interp, c, file, "the trace", &writer);
       }
       if (strcmp(format, "vcd") == 0) {
-        VcdTraceWriter writer(h.flows, Tcl_GetString(objv[2]));
-        return write_history(interp, h, &writer);
+        VcdTraceWriter writer(h.flows, file);
+        return write_history(interp, c, file, "the trace", &writer);
       }
       return fail(interp, std::string("tavik_history export : the format is csv or vcd, not '") + format + "'");
     }
@@ -192,6 +204,7 @@ int history_cmd(ClientData data, Tcl_Interp* interp, int objc, Tcl_Obj* const ob
 
 }  // namespace
 
-void history_command_init(Tcl_Interp* interp, History* history) {
-  Tcl_CreateObjCommand(interp, "tavik_history", history_cmd, new HistoryCommand{history, nullptr, nullptr}, nullptr);
+void history_command_init(Tcl_Interp* interp, History* history, const char* program, const char* panel) {
+  auto* c = new HistoryCommand{history, program ? program : "", panel ? panel : "", nullptr, nullptr};
+  Tcl_CreateObjCommand(interp, "tavik_history", history_cmd, c, nullptr);
 }

@@ -9,7 +9,9 @@
 class History;
 
 // Registers "tavik_history" over `history` (kept, not owned; it lives as
-// long as the session).
-void history_command_init(Tcl_Interp* interp, History* history);
+// long as the session). Scenarios and traces are never written over
+// `program`, the file of the program being run, nor over `panel`, the
+// panel description in use (null: none).
+void history_command_init(Tcl_Interp* interp, History* history, const char* program, const char* panel);
 
 #endif

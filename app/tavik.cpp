@@ -103,7 +103,7 @@ void Tavik::init() {
   flows = new ProgramFlows(program, program->nb_locals() <= kRecordedLocals);
   history = new History(*flows);
   at_reset = save_random_state();
-  history_command_init(interp, history);
+  history_command_init(interp, history, file_name, standard ? nullptr : panel_file);
   Tcl_CreateCommand(interp, "tavik_step_back", step_back_command, this, nullptr);
   panel->init_loop(args->dbgtk, this, tavik_reset, tavik_step, rc_file, commands);
   add_history_menu();

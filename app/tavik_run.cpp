@@ -3,12 +3,13 @@
 // a value change dump, and compares it with expected values. It needs
 // neither Tk nor a display. Exit status: 0 when every instant ran as
 // expected (with --expect: as the expected values say, problems included;
-// without: without a run-time problem), 1 when some did not, 2 when
-// nothing could be run.
-#include <sys/stat.h>
+// without: without a run-time problem), 1 when some did not (or a trace
+// could not be written), 2 when nothing could be run, 128 + the signal
+// when SIGINT, SIGTERM or SIGHUP ended the run.
 #include <time.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -17,6 +18,7 @@
 #include "ecexe/dro_load.h"
 #include "ecexe/rp_ec_exe.h"
 #include "foundations/errors.h"
+#include "foundations/file_identity.h"
 #include "foundations/symbol_table.h"
 #include "trace/scenario_run.h"
 
@@ -116,21 +118,24 @@ Options parse_options(int argc, char** argv) {
   return o;
 }
 
-// True when `a` and `b` name one existing file.
-bool same_file(const char* a, const char* b) {
-  struct stat sa, sb;
-  return a && b && stat(a, &sa) == 0 && stat(b, &sb) == 0 && sa.st_dev == sb.st_dev && sa.st_ino == sb.st_ino;
+// True when the trace would be written over `input`, a file to read ("-":
+// standard input).
+bool overwrites(const char* trace, const char* input) {
+  if (!trace || !input || strcmp(trace, "-") == 0) return false;
+  return strcmp(input, "-") == 0 ? names_descriptor(trace, 0) : same_file(trace, input);
 }
 
 // A trace written over the scenario or the expected values would destroy
-// them before they are read again.
+// them before they are read again; two traces in one file, each other.
 void check_outputs(const Options& o) {
   if (o.run.csv_trace && o.run.vcd_trace && strcmp(o.run.csv_trace, "-") != 0 &&
-      (strcmp(o.run.csv_trace, o.run.vcd_trace) == 0 || same_file(o.run.csv_trace, o.run.vcd_trace)))
+      same_file(o.run.csv_trace, o.run.vcd_trace))
     refuse("the two traces cannot go to one file");
   for (const char* trace : {o.run.csv_trace, o.run.vcd_trace})
     for (const char* input : {o.program, o.run.scenario, o.run.expected})
-      if (same_file(trace, input)) refuse(std::string("the trace '") + trace + "' would overwrite '" + input + "'");
+      if (overwrites(trace, input))
+        refuse(std::string("the trace '") + trace + "' would overwrite " +
+               (strcmp(input, "-") == 0 ? std::string("standard input") : "'" + std::string(input) + "'"));
 }
 
 bool ends_with(const char* text, const char* tail) {
@@ -191,12 +196,34 @@ std::string count_of(long n, const char* thing) {
 ScenarioRun* current_run = nullptr;
 
 // A fatal fault in the middle of the run (a clock that takes on nil) ends
-// the process: what the traces hold so far is kept.
-void flush_traces() {
+// the process: the traces are put in place with what they hold so far.
+void keep_traces() {
   if (current_run) {
-    current_run->flush();
+    current_run->close_traces();
     fprintf(stderr, "tavik-run: the run ended at instant %ld\n", current_run->instants + 1);
   }
+}
+
+volatile sig_atomic_t interrupt_signal = 0;
+
+void note_signal(int signal) { interrupt_signal = signal; }
+
+// SIGINT, SIGTERM and SIGHUP end the run after the instant in progress, so
+// that the traces hold whole rows; a second one ends the process at once.
+void catch_interrupts() {
+  struct sigaction action = {};
+  action.sa_handler = note_signal;
+  action.sa_flags = SA_RESTART | SA_RESETHAND;
+  sigemptyset(&action.sa_mask);
+  for (int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
+}
+
+// Ends a run that a signal interrupted: its traces kept, exit 128 + signal.
+[[noreturn]] void end_interrupted(ScenarioRun* run) {
+  std::string fault;
+  if (!run->finish(&fault)) fprintf(stderr, "tavik-run: %s\n", fault.c_str());
+  fprintf(stderr, "tavik-run: interrupted after instant %ld\n", run->instants);
+  exit(128 + interrupt_signal);
 }
 
 }  // namespace
@@ -211,17 +238,30 @@ int main(int argc, char** argv) {
   ProgramFlows flows(program, options.locals);
   std::string fault = flows.unsupported();
   if (!fault.empty()) fail(fault);
+  options.run.interrupt = &interrupt_signal;
   ScenarioRun run(flows, options.run);
-  if (!run.prepare(&fault)) fail(fault);
+  if (!run.prepare(&fault)) {
+    run.discard_traces();  // exit() runs no destructor: no temporary file is left
+    fail(fault);
+  }
+  // Not before: a signal must end a wait for the scenario on a terminal.
+  catch_interrupts();
 
   if (options.seeded) srandom(options.seed);
   Progress progress = {run.nb_instants(), now()};
   current_run = &run;
-  set_fatal_hook(flush_traces);
+  set_fatal_hook(keep_traces);
   set_fatal_status(RUN_PROBLEMS);
   run.run(isatty(2) ? show_progress : nullptr, &progress);
   current_run = nullptr;
   if (progress.drawn) fprintf(stderr, "\r%*s\r", 80, "");
+  if (run.interrupted) end_interrupted(&run);
+  if (!run.write_fault.empty()) {
+    // A run that could not be recorded whole changes none of its files.
+    run.discard_traces();
+    fprintf(stderr, "tavik-run: %s; the run stopped after instant %ld\n", run.write_fault.c_str(), run.instants);
+    return RUN_PROBLEMS;
+  }
 
   bool written = run.finish(&fault);
   if (!written) fprintf(stderr, "tavik-run: %s\n", fault.c_str());
@@ -233,7 +273,8 @@ int main(int argc, char** argv) {
     long more = differences - static_cast<long>(run.expectation->first_differences.size());
     if (more > 0) fprintf(stderr, "... and %ld more\n", more);
   }
-  if (!written || !run.scenario_fault.empty()) return RUN_NOTHING;
+  if (!written) return RUN_PROBLEMS;
+  if (!run.scenario_fault.empty()) return RUN_NOTHING;
   // Expected values decide alone: the problems they predict are no failure.
   if (run.expectation ? differences == 0 : run.with_problems == 0) return RUN_OK;
   fprintf(stderr, "tavik-run: %s%s, %ld with run-time problems, %s from the expected values\n",

@@ -5,33 +5,28 @@
 #include "foundations/replace_file.h"
 
 #include <fcntl.h>
+#include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
+#include <cstdlib>
 
 namespace {
 
-bool write_all(int fd, const std::string& text) {
-  size_t done = 0;
-  while (done < text.size()) {
-    ssize_t n = write(fd, text.data() + done, text.size() - done);
-    if (n < 0 && errno == EINTR) continue;
-    if (n <= 0) return false;
-    done += static_cast<size_t>(n);
-  }
-  return true;
-}
-
-bool has_text(const std::string& path, const std::string& text) {
+bool has_text(const std::string& path, FILE* written) {
   FILE* f = fopen(path.c_str(), "r");
   if (!f) return false;
-  std::string old;
-  char buffer[4096];
-  for (size_t n; (n = fread(buffer, 1, sizeof buffer, f)) > 0;) old.append(buffer, n);
+  rewind(written);
+  bool same = true;
+  for (int a, b; same;) {
+    a = getc(f);
+    b = getc(written);
+    same = a == b;
+    if (a == EOF) break;
+  }
   fclose(f);
-  return old == text;
+  return same;
 }
 
 mode_t new_file_mode() {
@@ -40,27 +35,91 @@ mode_t new_file_mode() {
   return 0666 & ~mask;
 }
 
+// The file a link names: rename() would replace the link itself.
+std::string resolved(const std::string& path) {
+  char buffer[PATH_MAX];
+  struct stat st;
+  if (lstat(path.c_str(), &st) == 0 && S_ISLNK(st.st_mode) && realpath(path.c_str(), buffer)) return buffer;
+  return path;
+}
+
 }  // namespace
 
-ReplaceResult replace_file(const std::string& path, const std::string& text) {
-  std::string temp = path + ".XXXXXX";
-  int fd = mkstemp(&temp[0]);
-  if (fd < 0) return ReplaceResult::kCannotOpen;
+FileReplacement::~FileReplacement() { abandon(); }
+
+bool FileReplacement::open(const std::string& path) {
+  abandon();
+  target = resolved(path);
+  shared = false;
   struct stat old;
-  bool exists = stat(path.c_str(), &old) == 0;
-  bool ok = write_all(fd, text) && fsync(fd) == 0 &&
-            fchmod(fd, exists ? (old.st_mode & 07777) : new_file_mode()) == 0;
-  ok = close(fd) == 0 && ok;
-  bool keep = ok && exists && !has_text(path, text);
-  if (keep) {
-    std::string kept = path + "~";
-    unlink(kept.c_str());
-    ok = link(path.c_str(), kept.c_str()) == 0;
+  existed = stat(target.c_str(), &old) == 0;
+  if (existed && !S_ISREG(old.st_mode)) {
+    temporary.clear();
+    stream = fopen(target.c_str(), "w");
+    return stream != nullptr;
   }
-  if (ok) ok = rename(temp.c_str(), path.c_str()) == 0;
-  if (!ok) {
-    unlink(temp.c_str());
-    return ReplaceResult::kCannotWrite;
+  temporary = target + ".XXXXXX";
+  int fd = mkstemp(&temporary[0]);
+  if (fd < 0) {
+    temporary.clear();
+    return false;
   }
+  if (fchmod(fd, existed ? (old.st_mode & 07777) : new_file_mode()) != 0 || !(stream = fdopen(fd, "w+"))) {
+    int saved = errno;
+    close(fd);
+    unlink(temporary.c_str());
+    temporary.clear();
+    errno = saved;
+    return false;
+  }
+  return true;
+}
+
+void FileReplacement::open_shared(FILE* f) {
+  abandon();
+  stream = f;
+  shared = true;
+}
+
+ReplaceResult FileReplacement::commit(bool keep_old) {
+  if (!stream) return ReplaceResult::kCannotWrite;
+  int error = 0;  // the first failure's errno
+  auto check = [&error](bool good) {
+    if (!good && !error) error = errno ? errno : EIO;
+    return error == 0;
+  };
+  errno = 0;
+  check(fflush(stream) == 0 && !ferror(stream));
+  if (!temporary.empty()) check(fsync(fileno(stream)) == 0);
+  bool keep = !error && keep_old && existed && !temporary.empty() && !has_text(target, stream);
+  if (!shared) check(fclose(stream) == 0);
+  stream = nullptr;
+  if (!temporary.empty()) {
+    if (keep) {
+      std::string kept = target + "~";
+      unlink(kept.c_str());
+      check(link(target.c_str(), kept.c_str()) == 0);
+    }
+    if (!error) check(rename(temporary.c_str(), target.c_str()) == 0);
+    if (error) unlink(temporary.c_str());
+    temporary.clear();
+  }
+  errno = error;
+  if (error) return ReplaceResult::kCannotWrite;
   return keep ? ReplaceResult::kKeptOld : ReplaceResult::kWritten;
+}
+
+void FileReplacement::abandon() {
+  if (stream && !shared) fclose(stream);
+  stream = nullptr;
+  shared = false;
+  if (!temporary.empty()) unlink(temporary.c_str());
+  temporary.clear();
+}
+
+ReplaceResult replace_file(const std::string& path, const std::string& text) {
+  FileReplacement file;
+  if (!file.open(path)) return ReplaceResult::kCannotOpen;
+  fwrite(text.data(), 1, text.size(), file.file());
+  return file.commit(true);
 }

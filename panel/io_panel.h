@@ -131,6 +131,9 @@ class IOPanel {
   int empty_key = -1;
 
  private:
+  // Writes the Tk script of the panel to `script`, whole, or ends the
+  // process with a diagnostic that names the file, the directory and why.
+  void write_script(const char* script, int debug);
   // Registers a new leaf after checking that its name is free; `who` names
   // the operation in the message.
   void register_leaf(Panel* leaf, const char* who);

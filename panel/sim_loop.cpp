@@ -5,12 +5,15 @@
 // float as a 32-bit float.
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
 #include "foundations/errors.h"
+#include "foundations/replace_file.h"
 #include "panel/io_panel.h"
 
 // "<module>_step": the session's step callback; its status is the command's
@@ -36,6 +39,30 @@ static int SaveIopProc(ClientData clientData, Tcl_Interp*, int, const char*[]) {
   return TCL_OK;
 }
 
+// The script is built in memory, then written beside its name and renamed
+// into place: a directory where it cannot be written whole ends the
+// session before any window is shown, saying where and why.
+void IOPanel::write_script(const char* script, int debug) {
+  char* built = nullptr;
+  size_t size = 0;
+  FILE* memory = open_memstream(&built, &size);
+  if (!memory) Error("IOPanel::init_loop : no memory for the window's script: %s", strerror(errno));
+  {
+    PtyStream out(memory, 1024, nullptr);  // closes the stream, which completes `built`
+    to_tk(&out, debug);
+  }
+  FileReplacement file;
+  bool written = file.open(script) && fwrite(built, 1, size, file.file()) == size &&
+                 file.commit(false) == ReplaceResult::kWritten;
+  int reason = errno;
+  free(built);
+  if (written) return;
+  file.abandon();  // the fatal exit below runs no destructor
+  char place[4096];
+  Error("IOPanel::init_loop : cannot write the window's script '%s' in %s: %s", script,
+        getcwd(place, sizeof place) ? place : "the current directory", strerror(reason));
+}
+
 void IOPanel::init_loop(int debug, void* client, int (*reset)(void*), int (*step)(void*),
                         const char* rc, StringList* extra) {
   debug_loop = debug;
@@ -59,11 +86,7 @@ void IOPanel::init_loop(int debug, void* client, int (*reset)(void*), int (*step
   for (int i = 0; i < output_count; i++) output_array[i] = outputs[i];
 
   const char* script = text(symbols->add("%s_%d.tcl", name, static_cast<int>(getpid())));
-  const char* clean_up = text(symbols->add("/bin/rm -rf %s", script));
-  {
-    PtyStream out(script, 1024, nullptr);
-    to_tk(&out, debug);
-  }
+  write_script(script, debug);
   if (Tcl_EvalFile(interp, script) != TCL_OK)
     Error("IOPanel::loop : Tcl Error :\n => %s", Tcl_GetStringResult(interp));
   if (rc_file) {
@@ -76,8 +99,7 @@ void IOPanel::init_loop(int debug, void* client, int (*reset)(void*), int (*step
     if (Tcl_Eval(interp, c->text) != TCL_OK)
       Error("Tcl Error while parsing extra command \"%s\":\n => %s", c->text,
             Tcl_GetStringResult(interp));
-  if (!debug_loop && system(clean_up) != 0)
-    Warning("IOPanel::init_loop : could not remove '%s'\n", script);
+  if (!debug_loop && unlink(script) != 0) Warning("IOPanel::init_loop : could not remove '%s'\n", script);
 }
 
 int IOPanel::export_loop_input(int index, void* location) {

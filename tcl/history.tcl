@@ -214,12 +214,15 @@ proc tavik::run {args} {
                 }
                 set instants $value
             }
-            -until { set condition [string trim $value] }
+            -until {
+                # Compiled at once: an empty condition is refused, not ignored.
+                tavik_history until $value
+                set condition [string trim $value]
+            }
             default { error "bad option '$option': -instants or -until" }
         }
     }
     if {$instants == 0 && $condition eq ""} { error "give a number of instants, a condition, or both" }
-    if {$condition ne ""} { tavik_history until $condition }
     array set replay [list active 1 paused 0 policy stop mode run condition $condition done 0 shown 0 \
                           total $instants problems 0 dialogs 0 stop_asked 0 \
                           status [expr {$condition eq "" ? "running" : "running until $condition"}]]

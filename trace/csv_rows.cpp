@@ -1,6 +1,8 @@
 // csv_rows.cpp -- reading scenario-style CSV files line by line.
 #include "trace/csv_rows.h"
 
+#include <sys/stat.h>
+
 #include <cctype>
 #include <cerrno>
 #include <cstdlib>
@@ -15,29 +17,43 @@ CsvRows::~CsvRows() {
   free(buffer);
 }
 
+// A stream that cannot be read twice (standard input, a pipe, a process
+// substitution) is read once, into an anonymous temporary file.
 bool CsvRows::open(std::string* error) {
-  if (path != "-") {
-    file = fopen(path.c_str(), "r");
-    if (!file) {
-      *error = "cannot read '" + path + "': " + strerror(errno);
-      return false;
-    }
+  FILE* source = path == "-" ? stdin : fopen(path.c_str(), "r");
+  if (!source) {
+    *error = "cannot read '" + path + "': " + strerror(errno);
+    return false;
+  }
+  struct stat st;
+  if (source != stdin && fstat(fileno(source), &st) == 0 && S_ISREG(st.st_mode)) {
+    file = source;
     owned = true;
     return true;
   }
+  bool copied = copy_once(source, error);
+  if (source != stdin) fclose(source);
+  return copied;
+}
+
+bool CsvRows::copy_once(FILE* source, std::string* error) {
   file = tmpfile();
   if (!file) {
-    *error = std::string("cannot copy standard input to a temporary file: ") + strerror(errno);
+    *error = "cannot read " + quoted(display) + ": no room for a copy: " + strerror(errno);
     return false;
   }
   owned = true;
   char chunk[1 << 16];
   size_t n;
-  while ((n = fread(chunk, 1, sizeof chunk, stdin)) > 0) {
+  while ((n = fread(chunk, 1, sizeof chunk, source)) > 0) {
     if (fwrite(chunk, 1, n, file) != n) {
-      *error = std::string("cannot copy standard input to a temporary file: ") + strerror(errno);
+      *error = "cannot read " + quoted(display) + ": no room for a copy: " + strerror(errno);
       return false;
     }
+  }
+  if (ferror(source)) {
+    *error = "cannot read " + quoted(display) + ": " + strerror(errno);
+    return false;
   }
   rewind();
   return true;

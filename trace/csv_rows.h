@@ -22,8 +22,8 @@ class CsvRows {
   CsvRows& operator=(const CsvRows&) = delete;
 
   // Opens the file; false with `error` set when it cannot be read.
-  // Standard input is first copied to a temporary file, so that it can be
-  // read twice like any other.
+  // Standard input, a pipe or a device is first copied to an anonymous
+  // temporary file, so that it can be read twice like a regular file.
   bool open(std::string* error);
   // Back to the first line.
   void rewind();
@@ -51,6 +51,8 @@ class CsvRows {
   const std::string& name() const { return display; }
 
  private:
+  // Copies `source` to the file read from; false with `error` set.
+  bool copy_once(FILE* source, std::string* error);
   bool split();
   Line directive();
   Line bad(int column, const std::string& message);

@@ -21,6 +21,13 @@ bool ScenarioRun::prepare(std::string* error) {
   return true;
 }
 
+bool ScenarioRun::ended_early() {
+  for (auto& trace : traces)
+    if (trace->failed(&write_fault)) return true;
+  interrupted = options.interrupt && *options.interrupt;
+  return interrupted;
+}
+
 void ScenarioRun::run(void (*progress)(long, void*), void* data) {
   InstantRecord record;
   bool after_reset = false;
@@ -45,6 +52,7 @@ void ScenarioRun::run(void (*progress)(long, void*), void* data) {
     for (auto& trace : traces) trace->instant(record);
     if (expectation) expectation->compare(record);
     if (progress && instants % 4096 == 0) progress(instants, data);
+    if (ended_early()) return;
     if (!record.problems.empty() && options.policy == ProblemPolicy::Stop) {
       stopped = true;
       return;
@@ -53,8 +61,9 @@ void ScenarioRun::run(void (*progress)(long, void*), void* data) {
 }
 
 bool ScenarioRun::finish(std::string* error) {
-  // A stopped run that expected more instants differs by those it did not run.
-  if (expectation) expectation->finish(instants);
+  // A stopped run that expected more instants differs by those it did not
+  // run; one that a signal or a write error ended is not compared.
+  if (expectation && !interrupted && write_fault.empty()) expectation->finish(instants);
   bool ok = true;
   for (auto& trace : traces) {
     std::string fault;
@@ -66,6 +75,7 @@ bool ScenarioRun::finish(std::string* error) {
   return ok;
 }
 
-void ScenarioRun::flush() {
-  for (auto& trace : traces) trace->flush();
+void ScenarioRun::close_traces() {
+  std::string ignored;
+  for (auto& trace : traces) trace->close(&ignored);
 }

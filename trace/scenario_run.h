@@ -6,6 +6,7 @@
 #ifndef TRACE_SCENARIO_RUN_H
 #define TRACE_SCENARIO_RUN_H
 
+#include <csignal>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,6 +25,9 @@ struct RunOptions {
   // values derived by hand from a program's literals pass by default.
   double tolerance = 1e-6;
   ProblemPolicy policy = ProblemPolicy::Continue;
+  // When given, a run ends after the instant during which it became
+  // nonzero (a signal handler sets it).
+  const volatile sig_atomic_t* interrupt = nullptr;
 };
 
 class ScenarioRun {
@@ -36,24 +40,33 @@ class ScenarioRun {
   bool prepare(std::string* error);
   long nb_instants() const { return scenario.nb_instants(); }
 
-  // Runs the scenario to its end, or to its first problem under the Stop
-  // policy. `progress`, when given, is called with the number of instants
+  // Runs the scenario to its end, to its first problem under the Stop
+  // policy, to the first write that fails (see write_fault) or to an
+  // interruption (see interrupted). `progress`, when given, is called with the number of instants
   // done every 4,096 instants.
   void run(void (*progress)(long done, void* data) = nullptr, void* data = nullptr);
   // Closes the traces and finishes the comparison. False with `error` set
   // when a trace could not be written whole.
   bool finish(std::string* error);
-  // Pushes what the traces have buffered to their files, for a process
-  // that is about to end in the middle of the run.
-  void flush();
+  // Closes the traces, for a process about to end in the middle of the
+  // run: they are put in place with the instants run so far.
+  void close_traces();
+  // Drops the traces: every file stays as it was before the run.
+  void discard_traces() { traces.clear(); }
 
   long instants = 0;       // instants run
   long with_problems = 0;  // instants that had a run-time problem
   bool stopped = false;    // the Stop policy ended the run early
+  bool interrupted = false;  // the interrupt flag ended the run early
+  std::string write_fault;   // a trace could not be written: why (the run ended)
   std::string scenario_fault;  // the scenario changed under the run: its fault
   std::unique_ptr<Expectation> expectation;
 
  private:
+  // True when the run must end after this instant: a trace could not be
+  // written, or the interrupt flag is set.
+  bool ended_early();
+
   const ProgramFlows& flows;
   RunOptions options;
   ScenarioReader scenario;

@@ -9,37 +9,38 @@
 
 TraceWriter::TraceWriter(const ProgramFlows& f, const char* p) : flows(f), path(p) {}
 
-TraceWriter::~TraceWriter() {
-  if (file && file != stdout) fclose(file);
-}
+TraceWriter::~TraceWriter() = default;
+
+std::string TraceWriter::name() const { return path == "-" ? "standard output" : "'" + path + "'"; }
 
 bool TraceWriter::open(std::string* error) {
-  file = path == "-" ? stdout : fopen(path.c_str(), "w");
-  if (!file) {
-    *error = "cannot write '" + path + "': " + strerror(errno);
+  if (path == "-") {
+    out.open_shared(stdout);
+  } else if (!out.open(path)) {
+    *error = "cannot write " + name() + ": " + strerror(errno);
     return false;
   }
   // Rows are written whole; a large buffer makes each a copy, not a call.
-  setvbuf(file, nullptr, _IOFBF, 1 << 16);
+  setvbuf(out.file(), nullptr, _IOFBF, 1 << 16);
   start();
   return true;
 }
 
-void TraceWriter::flush() {
-  if (file) fflush(file);
+bool TraceWriter::failed(std::string* error) const {
+  if (write_errno) *error = "cannot write " + name() + ": " + strerror(write_errno);
+  return write_errno != 0;
 }
 
 bool TraceWriter::close(std::string* error) {
+  if (!out.file()) return true;
   finish();
-  bool ok = fflush(file) == 0 && !ferror(file);
-  int saved = errno;
-  if (file != stdout && fclose(file) != 0 && ok) {
-    ok = false;
-    saved = errno;
+  if (failed(error)) {
+    out.abandon();
+    return false;
   }
-  file = nullptr;
-  if (!ok) *error = "cannot write '" + (path == "-" ? std::string("standard output") : path) + "': " + strerror(saved);
-  return ok;
+  if (out.commit(false) == ReplaceResult::kWritten) return true;
+  *error = "cannot write " + name() + ": " + strerror(errno);
+  return false;
 }
 
 CsvTraceWriter::CsvTraceWriter(const ProgramFlows& f, const char* path, bool inputs)

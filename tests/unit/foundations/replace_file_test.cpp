@@ -56,4 +56,24 @@ TEST(ReplaceFileTest, AFailureLeavesTheFormerFileAndNoTemporary) {
   EXPECT_EQ(replace_file(dir + "/missing/n.iop", "x"), ReplaceResult::kCannotOpen);
 }
 
+TEST(ReplaceFileTest, ALinkIsFollowedAndAnAbandonedReplacementChangesNothing) {
+  std::string dir = fresh_dir();
+  std::string path = dir + "/n.csv";
+  ASSERT_EQ(replace_file(path, "first\n"), ReplaceResult::kWritten);
+  ASSERT_EQ(symlink("n.csv", (dir + "/link.csv").c_str()), 0);
+  {
+    FileReplacement half;
+    ASSERT_TRUE(half.open(dir + "/link.csv"));
+    fputs("half a ro", half.file());
+  }
+  EXPECT_EQ(file_text(path), "first\n");
+  EXPECT_EQ(entries(dir), 2);
+  EXPECT_EQ(replace_file(dir + "/link.csv", "second\n"), ReplaceResult::kKeptOld);
+  struct stat st;
+  EXPECT_EQ(lstat((dir + "/link.csv").c_str(), &st), 0);
+  EXPECT_TRUE(S_ISLNK(st.st_mode));
+  EXPECT_EQ(file_text(path), "second\n");
+  EXPECT_EQ(file_text(path + "~"), "first\n");
+}
+
 }  // namespace
